@@ -1,0 +1,12 @@
+# paramdb_compile_settings(TARGET): language level, warnings and floating-point rules of every target here.
+function(paramdb_compile_settings target)
+    target_compile_features(${target} PUBLIC cxx_std_20)
+    set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
+    if(MSVC)
+        target_compile_options(${target} PRIVATE /W4 /utf-8 /fp:precise $<$<BOOL:${PARAMDB_WERROR}>:/WX>)
+    else()
+        # No contraction: a fused multiply-add rounds differently, and results must agree on every machine.
+        target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow
+                               -ffp-contract=off $<$<BOOL:${PARAMDB_WERROR}>:-Werror>)
+    endif()
+endfunction()

@@ -1,0 +1,3 @@
+#include <paramdb/distillery/derived_info.h>
+
+bool CQtDerivedInfo::BuildDerivedInfo() { return true; }

@@ -1,0 +1,178 @@
+// Reading and writing lake files: one byte is one character, U+0000 to U+00FF.
+#include <paramdb/platform/core/line_end.h>
+#include <paramdb/platform/framework/cfile.h>
+#include <paramdb/storage/lake.h>
+
+#include <algorithm>
+#include <cstring>
+#include <stdexcept>
+
+namespace {
+
+// The bytes of a file, taken in one pass.
+struct FileText {
+    std::unique_ptr<char[]> bytes;
+    std::size_t size = 0;
+    bool complete = true; // false: reading failed behind the bytes
+};
+
+FileText ReadAll(CFile& file) {
+    constexpr std::size_t chunk = std::size_t{1} << 30;
+    // One byte more than the file is long, so that the read that meets the end needs no further room. The length is
+    // a guess: other programs may write the file meanwhile, and a pipe has none.
+    std::size_t capacity = 4096;
+    try {
+        capacity = std::max(capacity, static_cast<std::size_t>(file.GetLength()) + 1);
+    } catch (CFileException const&) {
+    }
+    FileText text{std::make_unique_for_overwrite<char[]>(capacity)};
+    for (;;) {
+        if (text.size == capacity) {
+            auto larger = std::make_unique_for_overwrite<char[]>(capacity * 2);
+            std::memcpy(larger.get(), text.bytes.get(), text.size);
+            text.bytes = std::move(larger);
+            capacity *= 2;
+        }
+        std::size_t taken = 0;
+        std::size_t const wanted = std::min(capacity - text.size, chunk);
+        try {
+            taken = file.Read(text.bytes.get() + text.size, static_cast<unsigned>(wanted));
+        } catch (CFileException const&) {
+            text.complete = false;
+            return text;
+        }
+        text.size += taken;
+        if (taken < wanted)
+            return text;
+    }
+}
+
+// Collects output in a buffer on its way to a file. After a failure, or a character that has no byte, it swallows
+// everything.
+class LakePrinter {
+public:
+    explicit LakePrinter(CFile& file) : m_file(file) { m_buffer.reserve(BufferSize); }
+
+    void Print(char byte, std::size_t count = 1) {
+        for (; count > 0 && m_good; --count)
+            Add(byte);
+    }
+    void Print(std::string_view bytes) {
+        for (char const byte : bytes)
+            Add(byte);
+    }
+    void Print(paramdb::LakeText text) {
+        text.Visit([this](auto characters) {
+            for (auto const character : characters)
+                PrintCharacter(paramdb::Widen(character));
+        });
+    }
+    void EndLine() { Print(std::string_view(paramdb::LineEnd)); }
+
+    void Flush() {
+        if (m_good && !m_buffer.empty()) {
+            try {
+                m_file.Write(m_buffer.data(), static_cast<unsigned>(m_buffer.size()));
+            } catch (CFileException const&) {
+                m_good = false;
+            }
+        }
+        m_buffer.clear();
+    }
+
+private:
+    static constexpr std::size_t BufferSize = std::size_t{1} << 16;
+
+    void PrintCharacter(wchar_t character) {
+        if (character == L'\n') {
+            EndLine();
+            return;
+        }
+        if (static_cast<unsigned long>(character) > 0xFF) {
+            Flush();
+            m_good = false;
+        }
+        Print(static_cast<char>(character));
+    }
+    void Add(char byte) {
+        if (!m_good)
+            return;
+        m_buffer.push_back(byte);
+        if (m_buffer.size() == BufferSize)
+            Flush();
+    }
+
+    CFile& m_file;
+    std::string m_buffer;
+    bool m_good = true;
+};
+
+} // namespace
+
+bool CLake::read(CString const& name) {
+    if (!name.IsEmpty())
+        m_filename = name;
+    bool complete = true;
+    if (CFile file; file.Open(m_filename, CFile::modeRead | CFile::shareDenyNone | CFile::typeBinary)) {
+        FileText text = ReadAll(file);
+        complete = text.complete;
+        // A failed read leaves half a line behind it, which does not count.
+        while (!complete && text.size > 0 && text.bytes[text.size - 1] != '\n')
+            --text.size;
+        SetLines(std::move(text.bytes), text.size);
+    }
+    root().reset();
+    LinkRoot();
+    return complete;
+}
+
+void CLake::SetLines(TextBlock bytes, std::size_t size) {
+    // Old lines are overwritten in place, so that the blocks of their nodes serve again. Their bytes are kept until
+    // no line refers to them any more.
+    m_texts.push_back(std::move(bytes));
+    char const* next = m_texts.back().get();
+    char const* const text_end = next + size;
+    iterator line = std::next(begin());
+    for (; next != text_end && line != end(); ++line) {
+        line->reset();
+        line->set_line(paramdb::TakeLine(next, text_end));
+    }
+    m_collection.erase(line, end());
+    while (next != text_end)
+        m_collection.emplace_back().set_line(paramdb::TakeLine(next, text_end));
+    m_texts.erase(m_texts.begin(), std::prev(m_texts.end()));
+}
+
+bool CLake::write(CString const& name) const {
+    if (!name.IsEmpty())
+        m_filename = name;
+    CFile file;
+    if (!file.Open(m_filename,
+                   CFile::modeCreate | CFile::modeWrite | CFile::shareDenyNone | CFile::typeBinary))
+        return false;
+    LakePrinter printer(file);
+    for (auto line = std::next(begin()); line != end(); ++line) {
+        if (line->level() < 0) {
+            printer.Flush();
+            throw std::length_error("string too long");
+        }
+        printer.Print('\t', static_cast<std::size_t>(line->level()));
+        if (auto const key = line->key_text(); !key.empty()) {
+            printer.Print(key);
+            printer.Print(std::string_view(": "));
+        }
+        printer.Print(line->value_text());
+        if (auto const comment = line->comment_text(); !comment.empty()) {
+            printer.Print(std::string_view("\t; "));
+            printer.Print(comment);
+        }
+        printer.EndLine();
+    }
+    printer.Flush();
+    try {
+        file.Close();
+    } catch (CFileException const&) {
+        // Whether everything arrived is not this operation's promise.
+    }
+    return true;
+}
