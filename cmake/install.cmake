@@ -1,0 +1,24 @@
+# Installs the library with its headers, a CMake package and a pkg-config file.
+include(CMakePackageConfigHelpers)
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/paramdb)
+
+install(TARGETS paramdb EXPORT paramdbTargets
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+        RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(DIRECTORY paramdb DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+        FILES_MATCHING PATTERN "*.h"
+        PATTERN "views" EXCLUDE PATTERN "database" EXCLUDE)
+install(EXPORT paramdbTargets NAMESPACE paramdb:: DESTINATION ${package_dir})
+
+configure_package_config_file(cmake/paramdbConfig.cmake.in ${PROJECT_BINARY_DIR}/paramdbConfig.cmake
+                              INSTALL_DESTINATION ${package_dir})
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/paramdbConfigVersion.cmake
+                                 COMPATIBILITY SameMinorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/paramdbConfig.cmake ${PROJECT_BINARY_DIR}/paramdbConfigVersion.cmake
+        DESTINATION ${package_dir})
+
+configure_file(cmake/paramdb.pc.in ${PROJECT_BINARY_DIR}/paramdb.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/paramdb.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+install(FILES LICENSE README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})

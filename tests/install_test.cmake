@@ -1,0 +1,36 @@
+# Installs the build into a fresh prefix, builds the embedding example against it as a host would, with CMake and
+# with pkg-config, and runs it on the example gearbox.
+#   cmake -D BUILD_DIR= -D SOURCE_DIR= -D WORK_DIR= -D CXX= -D CXX_FLAGS= -P install_test.cmake
+function(run)
+    execute_process(COMMAND ${ARGV} OUTPUT_VARIABLE output ERROR_VARIABLE output RESULT_VARIABLE result)
+    if(result)
+        message(FATAL_ERROR "failed (${result}): ${ARGV}\n${output}")
+    endif()
+    set(output "${output}" PARENT_SCOPE)
+endfunction()
+
+function(expect_loaded program)
+    run(${program} ${SOURCE_DIR}/examples/gearbox/gearbox.lake)
+    if(NOT output MATCHES "^loaded: base type '[^']+', alias '[^']+'\n$")
+        message(FATAL_ERROR "unexpected output of ${program}: ${output}")
+    endif()
+endfunction()
+
+file(REMOVE_RECURSE ${WORK_DIR})
+run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK_DIR}/prefix)
+
+run(${CMAKE_COMMAND} -S ${SOURCE_DIR}/examples/embed -B ${WORK_DIR}/embed -G Ninja
+    -DCMAKE_PREFIX_PATH=${WORK_DIR}/prefix -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_CXX_FLAGS=${CXX_FLAGS})
+run(${CMAKE_COMMAND} --build ${WORK_DIR}/embed)
+expect_loaded(${WORK_DIR}/embed/embed)
+
+find_program(pkg_config pkg-config)
+if(pkg_config)
+    file(GLOB_RECURSE pc ${WORK_DIR}/prefix/*/paramdb.pc)
+    get_filename_component(pc_dir ${pc} DIRECTORY)
+    set(ENV{PKG_CONFIG_PATH} ${pc_dir})
+    run(${pkg_config} --define-variable=prefix=${WORK_DIR}/prefix --cflags --libs paramdb)
+    separate_arguments(flags UNIX_COMMAND "${CXX_FLAGS} ${output}")
+    run(${CXX} ${SOURCE_DIR}/examples/embed/main.cpp ${flags} -o ${WORK_DIR}/embed_pkg_config)
+    expect_loaded(${WORK_DIR}/embed_pkg_config)
+endif()
