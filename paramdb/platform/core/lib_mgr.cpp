@@ -1,15 +1,10 @@
 #include <paramdb/platform/core/lib_mgr.h>
 #include <paramdb/platform/core/string_tables.h>
+#include <paramdb/platform/core/windows_api.h>
 
 #include <atomic>
 #include <cstdlib>
 #include <string>
-
-#ifdef _WIN32
-#define WIN32_LEAN_AND_MEAN
-#define NOMINMAX
-#include <windows.h>
-#endif
 
 namespace {
 

@@ -1,13 +1,10 @@
 #ifdef _WIN32
 
+#include <paramdb/platform/core/windows_api.h>
 #include <paramdb/platform/framework/file_system.h>
 
 #include <algorithm>
 #include <atomic>
-
-#define WIN32_LEAN_AND_MEAN
-#define NOMINMAX
-#include <windows.h>
 
 namespace paramdb::file_system {
 namespace {
@@ -110,7 +107,8 @@ std::int64_t Write(Handle handle, void const* buffer, std::size_t count) noexcep
 }
 
 bool Flush(Handle handle) noexcept {
-    return GetFileType(Native(handle)) != FILE_TYPE_DISK || FlushFileBuffers(Native(handle)) != 0;
+    DWORD const type = GetFileType(Native(handle));
+    return type == FILE_TYPE_DISK ? FlushFileBuffers(Native(handle)) != 0 : type != FILE_TYPE_UNKNOWN;
 }
 
 std::int64_t Seek(Handle handle, std::int64_t offset, From from) noexcept {

@@ -5,8 +5,7 @@
 //   width      a number or * (an int; below 0 means left-aligned)
 //   precision  a number or * (an int; below 0 means none)
 //   size       h hh l ll I32 I64 j z t w
-//   type       d i u x X o    integers: int, 64-bit with ll, I64 and j, std::size_t with z, std::ptrdiff_t
-//   with t
+//   type       d i u x X o    integers: an int; 64 bits with ll, I64, j; std::size_t with z; ptrdiff_t with t
 //              f F e E g G    double; the decimal point is always '.', not finite values are inf and nan
 //              s              wide text, whatever the size says; null gives "(null)"
 //              c              one unit, passed as int

@@ -52,5 +52,5 @@ public:
     friend std::strong_ordering operator<=>(CClavis const&, CClavis const&) noexcept = default;
 
 private:
-    std::array<int, 6> m_elements;
+    std::array<int, Clavis::ElementCount> m_elements;
 };
