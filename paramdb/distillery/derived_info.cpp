@@ -1,3 +1,5 @@
 #include <paramdb/distillery/derived_info.h>
 
-bool CQtDerivedInfo::BuildDerivedInfo() { return true; }
+bool CQtDerivedInfo::BuildDerivedInfo() {
+    return true;
+}

@@ -13,9 +13,9 @@ public:
 
     CQtParamDistillery();
 
-    // The whole load. False where the source is empty or refused, then nothing has changed; or where the new data
-    // cannot be used, then tables and named texts hold it already. A failed load leaves the initialized flag as it
-    // was. Faulty rows are reported and do not fail a load.
+    // The whole load. False where the source is empty or refused, then nothing has changed; or where the new
+    // data cannot be used, then tables and named texts hold it already. A failed load leaves the initialized
+    // flag as it was. Faulty rows are reported and do not fail a load.
     bool ReadTablesFromCandidateLake();
 
     bool Initialized() const { return m_initialized; }
@@ -28,7 +28,9 @@ public:
     CQtDerivedInfo const& DerivedInfo() const { return *m_derived_info; }
 
 private:
+    // Whether the two signal tables hold the same ids.
     bool CheckIntegrity() const;
+    int FindTimeSignal() const;
     bool RefineDatabaseTables();
 
     std::unique_ptr<CQtDerivedInfo> m_derived_info;

@@ -1,6 +1,5 @@
-#include <paramdb/service/param_store.h>
-
 #include <paramdb/platform/sea/pr_win.h>
+#include <paramdb/service/param_store.h>
 #include <paramdb/storage/parameter_lake.h>
 #include <paramdb/storage/parameter_table_set.h>
 #include <paramdb/storage/unquote.h>
@@ -15,7 +14,8 @@ std::wstring NamedText(ParamDb::CDbTableSet& set, std::wstring const& key) {
     try {
         return ParamDb::CDbTable::to_wstring(table.front());
     } catch (std::bad_variant_access const&) {
-        PrWin::Output(8, 3, L"CQtParamStore::ReadTablesFromCandidateLake(): Value of '" + key + L"' is no text\n");
+        PrWin::Output(8, 3,
+                      L"CQtParamStore::ReadTablesFromCandidateLake(): Value of '" + key + L"' is no text\n");
         return {};
     }
 }
@@ -27,9 +27,14 @@ std::wstring NamedText(CLake const& lake, std::wstring const& key) {
 
 } // namespace
 
-CQtParamStore::CQtParamStore() : m_manager(std::make_unique<CQTableManager>()) {}
+CQtParamStore::CQtParamStore()
+    : m_entries(paramdb::CatalogueEntries(m_tables)), m_manager(std::make_unique<CQTableManager>()) {
+    for (paramdb::CatalogueEntry const& entry : m_entries)
+        m_manager->RegisterTable(*entry.table);
+}
 
-template <class Source> void CQtParamStore::ReadNamedTexts(Source& source) {
+template <class Source>
+void CQtParamStore::ReadNamedTexts(Source& source) {
     m_learn_file_name = NamedText(source, L"<QLearn><FLearnArcName>");
     m_calib_file_name = NamedText(source, L"<QCalib><FCalibFileName>");
     m_base_type = NamedText(source, L"<QType><FBaseName>");
@@ -49,16 +54,22 @@ bool CQtParamStore::ReadTablesFromCandidateLake() {
     return true;
 }
 
-void CQtParamStore::Clear() { m_manager->Clear(); }
+void CQtParamStore::Clear() {
+    m_manager->Clear();
+}
 
 void CQtParamStore::PurgeTables() {
     m_manager->PurgeTables();
-    m_learn_file_name.clear();
-    m_calib_file_name.clear();
-    m_base_type.clear();
-    m_alias_type.clear();
+    m_learn_file_name.Empty();
+    m_calib_file_name.Empty();
+    m_base_type.Empty();
+    m_alias_type.Empty();
 }
 
-void CQtParamStore::DumpTables(int limit) const { m_manager->DumpTables(limit); }
+void CQtParamStore::DumpTables(int limit) const {
+    m_manager->DumpTables(limit);
+}
 
-void CQtParamStore::WriteTablesToLocalSeas() const { m_manager->WriteTablesToLocalSeas(); }
+void CQtParamStore::WriteTablesToLocalSeas() const {
+    m_manager->WriteTablesToLocalSeas();
+}

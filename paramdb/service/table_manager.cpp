@@ -1,7 +1,6 @@
-#include <paramdb/service/table_manager.h>
-
 #include <paramdb/platform/framework/cstring.h>
 #include <paramdb/platform/sea/pr_win.h>
+#include <paramdb/service/table_manager.h>
 #include <paramdb/storage/parameter_lake.h>
 #include <paramdb/storage/parameter_table_set.h>
 

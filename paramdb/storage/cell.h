@@ -1,7 +1,7 @@
 // One value of a table-set row, and its conversion to the type of a field.
 //
-// Every conversion throws std::bad_variant_access where the cell does not hold what the field can take; the readers
-// of tables turn that into a message.
+// Every conversion throws std::bad_variant_access where the cell does not hold what the field can take; the
+// readers of tables turn that into a message.
 #pragma once
 
 #include <cstdint>
@@ -16,15 +16,17 @@ using cell_t =
     std::variant<std::int32_t, std::uint32_t, std::int64_t, std::uint64_t, float, double, std::wstring>;
 using row_t = std::vector<cell_t>;
 
-// The integer that a cell holds. 32-bit cells give their bits, whatever their sign, to a 32-bit field; a 64-bit
-// cell must fit; a float or double cell must be integral.
-template <class Integer> Integer ToInteger(cell_t const& cell);
+// The integer that a cell holds. 32-bit cells give their bits, whatever their sign, to a 32-bit field; a
+// 64-bit cell must fit; a float or double cell must be integral.
+template <class Integer>
+Integer ToInteger(cell_t const& cell);
 extern template std::int32_t ToInteger(cell_t const&);
 extern template std::uint32_t ToInteger(cell_t const&);
 extern template std::int64_t ToInteger(cell_t const&);
 
 // The value of any numeric cell, converted arithmetically.
-template <class Float> Float ToFloat(cell_t const& cell);
+template <class Float>
+Float ToFloat(cell_t const& cell);
 extern template float ToFloat(cell_t const&);
 extern template double ToFloat(cell_t const&);
 

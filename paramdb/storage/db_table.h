@@ -21,12 +21,12 @@ public:
 
     // The first cell of the first row as a signed 32-bit number. There must be a row.
     std::int32_t to_long() const { return to_long(front()); }
-    // The first cell of a row as a signed 32-bit number: an unsigned cell gives its bits, any other numeric cell
-    // must hold a whole number in range. Throws std::bad_variant_access else. There must be a cell.
+    // The first cell of a row as a signed 32-bit number: an unsigned cell gives its bits, any other numeric
+    // cell must hold a whole number in range. Throws std::bad_variant_access else. There must be a cell.
     static std::int32_t to_long(row_t const& row) { return ToInteger<std::int32_t>(row.front()); }
 
-    // The texts of a row's cells, each up to its first NUL, joined by one blank; empty for an empty row. Throws
-    // std::bad_variant_access for a cell that is no wide string.
+    // The texts of a row's cells, each up to its first NUL, joined by one blank; empty for an empty row.
+    // Throws std::bad_variant_access for a cell that is no wide string.
     static std::wstring to_wstring(row_t const& row);
 
 private:

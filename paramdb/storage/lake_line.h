@@ -19,8 +19,8 @@ struct LakeLine {
     std::string_view comment;
 };
 
-// Splits the line that begins at `begin`, and moves `begin` behind its line end (or to `end`, where the last line
-// has none). At least one byte must be left.
+// Splits the line that begins at `begin`, and moves `begin` behind its line end (or to `end`, where the last
+// line has none). At least one byte must be left.
 LakeLine TakeLine(char const*& begin, char const* end);
 
 } // namespace paramdb

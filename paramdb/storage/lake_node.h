@@ -1,12 +1,13 @@
 // A line of a lake, and the section that it opens.
 //
-// Every line of a parameter file is one CLakeNode in the flat list of its lake, in file order. A section is a node
-// whose children are recorded as positions in that same list: named children (those with a key) in a map, unnamed
-// ones (rows, comments, blank lines) in a vector. Inside CLake the class is known as CLake::CNode.
+// Every line of a parameter file is one CLakeNode in the flat list of its lake, in file order. A section is a
+// node whose children are recorded as positions in that same list: named children (those with a key) in a
+// map, unnamed ones (rows, comments, blank lines) in a vector. Inside CLake the class is known as
+// CLake::CNode.
 //
-// Texts come out of a node in two ways. key(), value() and comment() give wide strings, made at the first call and
-// kept with the node. key_text(), value_text() and comment_text() give views of what the lake holds and cost
-// nothing; readers of many rows use them.
+// Texts come out of a node in two ways. key(), value() and comment() give wide strings, made at the first
+// call and kept with the node. key_text(), value_text() and comment_text() give views of what the lake holds
+// and cost nothing; readers of many rows use them.
 //
 // Threads: const members may run in several threads at once, the others must run alone.
 #pragma once
@@ -36,8 +37,8 @@ public:
     CLakeNode() = default;
     // A line with these texts that refers to this list (but does not stand in it), at level -1, no section.
     CLakeNode(list* collection, std::wstring key, std::wstring value, std::wstring comment);
-    // Copies every member; positions and the list still are those of the source until the copy is linked. The copy
-    // owns its texts and does not depend on the lake of the source.
+    // Copies every member; positions and the list still are those of the source until the copy is linked. The
+    // copy owns its texts and does not depend on the lake of the source.
     CLakeNode(CLakeNode const& other);
     CLakeNode& operator=(CLakeNode const& other);
     ~CLakeNode() { delete m_texts.load(std::memory_order_relaxed); }
@@ -66,8 +67,8 @@ public:
     list* collection() const { return m_collection; }
     // The line behind the opener of a section; null for a line that was never a section.
     position first_child() const { return m_section ? m_section->first_child : position(); }
-    // Where the section's next line goes: behind the closing line of a section read from a file, at the closing
-    // line of one made in memory. Null for a line that was never a section.
+    // Where the section's next line goes: behind the closing line of a section read from a file, at the
+    // closing line of one made in memory. Null for a line that was never a section.
     position section_end() const { return m_section ? m_section->section_end : position(); }
 
     // Direct children with a key, one for each distinct key, in the order of their code units.
@@ -80,33 +81,34 @@ public:
     unnamed_vector::const_iterator begin_unnamed() const { return records().unnamed.begin(); }
     unnamed_vector::const_iterator end_unnamed() const { return records().unnamed.end(); }
 
-    // The child with exactly this key. A miss, also on a line that is no section, gives section_end(), which is
-    // the end of the list for the root alone.
+    // The child with exactly this key. A miss, also on a line that is no section, gives section_end(), which
+    // is the end of the list for the root alone.
     position find(std::wstring const& key) const;
 
-    // The index among the unnamed children of the first whose value is this text, or -1; the empty text finds a
-    // comment or a blank line. -1 on a line that is no section.
+    // The index among the unnamed children of the first whose value is this text, or -1; the empty text finds
+    // a comment or a blank line. -1 on a line that is no section.
     std::int64_t find_value(std::wstring const& text) const;
 
     // find() with all that a caller needs to judge the result. Creates nothing.
     CLakeNodeProxy operator[](std::wstring const& key) const;
 
-    // Appends an unnamed child with this value and returns its index among them. A plain line becomes a section:
-    // its value turns into "{" and a closing line with its key as comment is added.
+    // Appends an unnamed child with this value and returns its index among them. A plain line becomes a
+    // section: its value turns into "{" and a closing line with its key as comment is added.
     std::uint64_t push_back(std::wstring text);
 
-    // Builds the children records from the lines that begin at the position, and those of every section below.
-    // Returns the position behind the closing line, or the end of the list. A repeated plain key keeps the first
-    // line; each opener of a repeated section key links the first line of that key again, so that it shows the
-    // last section's lines.
+    // Builds the children records from the lines that begin at the position, and those of every section
+    // below. Returns the position behind the closing line, or the end of the list. A repeated plain key keeps
+    // the first line; each opener of a repeated section key links the first line of that key again, so that
+    // it shows the last section's lines.
     position link(position first);
 
     // Empties key, value and children, drops list and section flag, sets the level to -1. The comment and the
     // positions first_child and section_end stay, on purpose.
     void clear();
 
-    // Removes the lines of the children records from the list and empties the records. Closing lines, superseded
-    // lines and the lines of child sections stay in the list. Without a list only the records are emptied.
+    // Removes the lines of the children records from the list and empties the records. Closing lines,
+    // superseded lines and the lines of child sections stay in the list. Without a list only the records are
+    // emptied.
     void clear_section();
 
     void set_collection(list* collection) { m_collection = collection; }
@@ -141,10 +143,12 @@ private:
     void reset();
     // Takes the texts of a line, as views of bytes that the lake keeps, into a new node.
     void set_line(paramdb::LakeLine const& line);
-    // Makes this node hold the texts, level and section flag of the other, its bytes moved to `bytes` (which is
-    // moved on). No list, no records.
+    // Makes this node hold the texts, level and section flag of the other, its bytes moved to `bytes` (which
+    // is moved on). No list, no records.
     void copy_line(CLakeNode const& other, char*& bytes);
-    std::size_t byte_count() const { return holds_bytes() ? std::size_t{m_first_length} + m_second_length : 0; }
+    std::size_t byte_count() const {
+        return holds_bytes() ? std::size_t{m_first_length} + m_second_length : 0;
+    }
 
     // Turns a plain line into a section with a closing line.
     void make_section();
@@ -159,8 +163,8 @@ private:
 
     list* m_collection = nullptr;
 
-    // The texts stand in the bytes of the lake until somebody wants them wide: the key and behind it the value of a
-    // named line, the value and behind it the comment of an unnamed one.
+    // The texts stand in the bytes of the lake until somebody wants them wide: the key and behind it the
+    // value of a named line, the value and behind it the comment of an unnamed one.
     char const* m_bytes = "";
     mutable std::atomic<WideTexts*> m_texts = nullptr; // owned; once set it holds and m_bytes is history
     std::uint32_t m_first_length = 0;
@@ -173,12 +177,13 @@ private:
     std::unique_ptr<Section> m_section; // null while all records are at their defaults
 };
 
-// What operator[] of a lake or node answers. Owns no node. A lookup has failed when `position` is the end of the
-// list, which is exact for a search in the root.
+// What operator[] of a lake or node answers. Owns no node. A lookup has failed when `position` is the end of
+// the list, which is exact for a search in the root.
 class CLakeNodeProxy {
 public:
     CLakeNode::list* collection = nullptr;
-    CLakeNode::position section_start; // the searched section's first child, or the list's first node if it has none
+    CLakeNode::position
+        section_start; // the searched section's first child, or the list's first node if it has none
     std::uint64_t reserved = 0;
     CLakeNode::position position;
     std::wstring key;
@@ -188,11 +193,11 @@ public:
     bool found() const { return collection != nullptr && position != collection->end(); }
     // The value of the line found, or an empty text.
     std::wstring text() const;
-    // The value of the line found as a decimal integer, read as a stream in the classic locale reads one; 0 on a
-    // miss or where the value does not begin with a number.
+    // The value of the line found as a decimal integer, read as a stream in the classic locale reads one; 0
+    // on a miss or where the value does not begin with a number.
     std::int32_t number() const;
 
-    // Assigns the value of the line found; on a miss first adds a line with the key to the section searched. The
-    // line gets its level when its lake is linked again.
+    // Assigns the value of the line found; on a miss first adds a line with the key to the section searched.
+    // The line gets its level when its lake is linked again.
     CLakeNodeProxy& operator=(std::wstring value);
 };

@@ -1,8 +1,8 @@
 // A view of a text held by a lake, without a copy.
 //
-// A lake keeps the lines of a file as the bytes that were read, one character per byte, and texts that a program
-// has assigned as wide strings. LakeText hides which of the two it is. A reader that wants every character of many
-// texts asks once, through Visit, and then runs over plain characters.
+// A lake keeps the lines of a file as the bytes that were read, one character per byte, and texts that a
+// program has assigned as wide strings. LakeText hides which of the two it is. A reader that wants every
+// character of many texts asks once, through Visit, and then runs over plain characters.
 //
 // A view is valid as long as the line it was taken from stays in its lake and gets no other text.
 #pragma once
@@ -14,8 +14,12 @@
 namespace paramdb {
 
 // The character that a byte of a parameter file stands for.
-constexpr wchar_t Widen(char byte) { return static_cast<wchar_t>(static_cast<unsigned char>(byte)); }
-constexpr wchar_t Widen(wchar_t character) { return character; }
+constexpr wchar_t Widen(char byte) {
+    return static_cast<wchar_t>(static_cast<unsigned char>(byte));
+}
+constexpr wchar_t Widen(wchar_t character) {
+    return character;
+}
 
 class LakeText {
 public:
@@ -30,7 +34,8 @@ public:
     }
 
     // Calls the function with a std::string_view of bytes or a std::wstring_view, whichever the lake holds.
-    template <class Function> constexpr decltype(auto) Visit(Function&& function) const {
+    template <class Function>
+    constexpr decltype(auto) Visit(Function&& function) const {
         return m_wide != nullptr ? function(std::wstring_view(m_wide, m_size))
                                  : function(std::string_view(m_bytes, m_size));
     }

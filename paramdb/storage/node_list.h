@@ -14,8 +14,8 @@
 
 namespace paramdb {
 
-// The links of a node, from which a class derives whose objects stand in a NodeList. They belong to the place in
-// the list: copying an object neither copies nor changes them.
+// The links of a node, from which a class derives whose objects stand in a NodeList. They belong to the place
+// in the list: copying an object neither copies nor changes them.
 class NodeLinks {
 protected:
     NodeLinks() = default;
@@ -24,15 +24,18 @@ protected:
     ~NodeLinks() = default;
 
 private:
-    template <class Node> friend class NodeList;
-    template <class Node> friend class NodePosition;
+    template <class Node>
+    friend class NodeList;
+    template <class Node>
+    friend class NodePosition;
     NodeLinks* m_previous = nullptr;
     NodeLinks* m_next = nullptr;
 };
 
-// A position in the list: a bidirectional iterator. It stays valid until its node is erased; a default constructed
-// one is null. Node may be const.
-template <class Node> class NodePosition {
+// A position in the list: a bidirectional iterator. It stays valid until its node is erased; a default
+// constructed one is null. Node may be const.
+template <class Node>
+class NodePosition {
 public:
     using iterator_category = std::bidirectional_iterator_tag;
     using value_type = std::remove_const_t<Node>;
@@ -42,8 +45,8 @@ public:
 
     NodePosition() = default;
     template <class Mutable>
-        requires std::is_same_v<Mutable const, Node>
-    NodePosition(NodePosition<Mutable> const& other) : m_links(other.m_links) {}
+    requires std::is_same_v<Mutable const, Node> NodePosition(NodePosition<Mutable> const& other)
+        : m_links(other.m_links) {}
 
     Node& operator*() const { return static_cast<Node&>(*m_links); }
     Node* operator->() const { return &**this; }
@@ -70,20 +73,23 @@ public:
     }
 
 private:
-    template <class Other> friend class NodeList;
+    template <class Other>
+    friend class NodeList;
     friend class NodePosition<Node const>;
     explicit NodePosition(NodeLinks* links) : m_links(links) {}
     NodeLinks* m_links = nullptr;
 };
 
-template <class Node> class NodeList {
+template <class Node>
+class NodeList {
 public:
     using value_type = Node;
     using size_type = std::size_t;
     using iterator = NodePosition<Node>;
     using const_iterator = NodePosition<Node const>;
 
-    // An empty list whose nodes come from the pool, which must outlive it. Lists of one pool can exchange nodes.
+    // An empty list whose nodes come from the pool, which must outlive it. Lists of one pool can exchange
+    // nodes.
     explicit NodeList(NodePool& pool) : m_pool(&pool) { Reset(); }
     NodeList(NodeList const&) = delete;
     NodeList& operator=(NodeList const&) = delete;
@@ -105,9 +111,10 @@ public:
         return static_cast<NodeLinks const&>(node).m_next != nullptr;
     }
 
-    // Makes a node before the position. Throws what the allocation or the node's constructor throws, and leaves
-    // the list as it was then.
-    template <class... Arguments> iterator emplace(iterator before, Arguments&&... arguments) {
+    // Makes a node before the position. Throws what the allocation or the node's constructor throws, and
+    // leaves the list as it was then.
+    template <class... Arguments>
+    iterator emplace(iterator before, Arguments&&... arguments) {
         void* const slot = m_pool->Allocate();
         Node* node;
         try {
@@ -121,7 +128,8 @@ public:
         ++m_size;
         return iterator(node);
     }
-    template <class... Arguments> Node& emplace_back(Arguments&&... arguments) {
+    template <class... Arguments>
+    Node& emplace_back(Arguments&&... arguments) {
         return *emplace(end(), std::forward<Arguments>(arguments)...);
     }
 

@@ -1,7 +1,8 @@
 // Memory for the many equal nodes of a lake, taken from the heap in large blocks.
 //
-// A slot that is given back is used again for a later node. When the last slot in use has been given back, all
-// blocks but the small first one go back to the heap, so that taking one slot from an emptied pool cannot fail.
+// A slot that is given back is used again for a later node. When the last slot in use has been given back,
+// all blocks but the small first one go back to the heap, so that taking one slot from an emptied pool cannot
+// fail.
 #pragma once
 
 #include <cstddef>
@@ -12,7 +13,8 @@ namespace paramdb {
 
 class NodePool {
 public:
-    // A pool of slots of this size, which suits any object with an alignment of at most that of std::max_align_t.
+    // A pool of slots of this size, which suits any object with an alignment of at most that of
+    // std::max_align_t.
     explicit NodePool(std::size_t slot_size);
     NodePool(NodePool const&) = delete;
     NodePool& operator=(NodePool const&) = delete;

@@ -5,7 +5,7 @@
 
 class CParameterLake {
 public:
-    // Always the same lake, made empty at the first call, which may come from any thread. It has no lock: filling
-    // it and loading from it follow one another.
+    // Always the same lake, made empty at the first call, which may come from any thread. It has no lock:
+    // filling it and loading from it follow one another.
     static CLake& Lake();
 };

@@ -7,8 +7,8 @@ namespace ParamDb {
 
 class CParameterTableSet {
 public:
-    // Always the same set, made empty at the first call, which may come from any thread. It has no lock: filling
-    // it and loading from it follow one another.
+    // Always the same set, made empty at the first call, which may come from any thread. It has no lock:
+    // filling it and loading from it follow one another.
     static CDbTableSet& TableSet();
 };
 

@@ -6,8 +6,8 @@
 
 namespace paramdb {
 
-// What stands between a leading double quote and the next one, or the end. Without a leading quote, the text from
-// its very start, leading blanks included, to the white space behind its first word.
+// What stands between a leading double quote and the next one, or the end. Without a leading quote, the text
+// from its very start, leading blanks included, to the white space behind its first word.
 std::wstring Unquote(std::wstring_view text);
 
 } // namespace paramdb

@@ -1,5 +1,5 @@
-// White space, the same on every platform and under every locale: the parts of a line are trimmed with it and the
-// fields of a row are split by it.
+// White space, the same on every platform and under every locale: the parts of a line are trimmed with it and
+// the fields of a row are split by it.
 #pragma once
 
 #include <array>
@@ -25,6 +25,8 @@ inline constexpr auto WhiteSpaceBytes = [] {
 } // namespace detail
 
 // The same for a byte of a parameter file, which stands for the character of its number.
-constexpr bool IsWhiteSpace(char byte) { return detail::WhiteSpaceBytes[static_cast<unsigned char>(byte)]; }
+constexpr bool IsWhiteSpace(char byte) {
+    return detail::WhiteSpaceBytes[static_cast<unsigned char>(byte)];
+}
 
 } // namespace paramdb

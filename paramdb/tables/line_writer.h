@@ -1,0 +1,18 @@
+// Writing the fields of a row as text.
+#pragma once
+
+#include <paramdb/tables/field.h>
+
+#include <span>
+#include <string>
+
+namespace paramdb {
+
+// Appends a field as a wide stream of the classic locale prints it: numbers in their default form, of
+// floating ones six digits; a text as it is, without quotes.
+void AppendField(std::wstring& line, ConstField field);
+
+// Appends the fields with one blank between them.
+void AppendFields(std::wstring& line, std::span<ConstField const> fields);
+
+} // namespace paramdb

@@ -1,0 +1,242 @@
+#include <paramdb/storage/white_space.h>
+#include <paramdb/tables/number_text.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <string>
+#include <system_error>
+#include <type_traits>
+
+namespace paramdb {
+namespace {
+
+template <class Character>
+std::size_t SkipWhiteSpace(std::basic_string_view<Character> text) {
+    std::size_t position = 0;
+    while (position < text.size() && IsWhiteSpace(text[position]))
+        ++position;
+    return position;
+}
+
+// Takes a sign from the position; true for a minus.
+template <class Character>
+bool TakeSign(std::basic_string_view<Character> text, std::size_t& position) {
+    if (position == text.size() || (text[position] != Character('-') && text[position] != Character('+')))
+        return false;
+    return text[position++] == Character('-');
+}
+
+template <class Character>
+bool IsDigit(Character character) {
+    return character >= Character('0') && character <= Character('9');
+}
+
+template <class T, class Character>
+NumberFault TakeInteger(std::basic_string_view<Character>& text, T& target) {
+    std::size_t position = SkipWhiteSpace(text);
+    bool const negative = TakeSign(text, position);
+    std::size_t const digits = position;
+    std::uint64_t magnitude = 0;
+    bool overflow = false;
+    for (; position < text.size() && IsDigit(text[position]); ++position) {
+        auto const digit = static_cast<std::uint64_t>(text[position] - Character('0'));
+        constexpr std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
+        overflow = overflow || magnitude > (most - digit) / 10;
+        magnitude = magnitude * 10 + digit;
+    }
+    if (position == digits)
+        return NumberFault::Invalid;
+    std::uint64_t limit = std::numeric_limits<T>::max();
+    if (std::is_signed_v<T> && negative)
+        ++limit;
+    if (overflow || magnitude > limit)
+        return NumberFault::OutOfRange;
+    target = static_cast<T>(negative ? 0 - magnitude : magnitude);
+    text.remove_prefix(position);
+    return NumberFault::None;
+}
+
+// The characters of a floating number behind its sign, narrow, so that the standard conversion can take them.
+class FloatText {
+public:
+    enum class Form { None, Decimal, Hexadecimal, Infinity, NotANumber };
+
+    FloatText(FloatText const&) = delete;
+    FloatText& operator=(FloatText const&) = delete;
+    template <class Character>
+    explicit FloatText(std::basic_string_view<Character> text) {
+        if (std::size_t const length = WordLength(text, "infinity"); length > 0)
+            Set(Form::Infinity, length);
+        else if (std::size_t const short_length = WordLength(text, "inf"); short_length > 0)
+            Set(Form::Infinity, short_length);
+        else if (WordLength(text, "nan") > 0)
+            Set(Form::NotANumber, 3 + PayloadLength(text.substr(3)));
+        else if (text.size() > 2 && Narrow(text[0]) == '0' && Lower(text[1]) == 'x' &&
+                 ScanDigits(text, 2, true))
+            m_form = Form::Hexadecimal;
+        else if (ScanDigits(text, 0, false))
+            m_form = Form::Decimal;
+    }
+
+    Form form() const { return m_form; }
+    // How many characters of the source belong to the number.
+    std::size_t size() const { return m_size; }
+
+    // The value; infinite for a number too large, 0 for one too small.
+    template <class T>
+    T Value() const {
+        switch (m_form) {
+        case Form::Infinity:
+            return std::numeric_limits<T>::infinity();
+        case Form::NotANumber:
+            return std::numeric_limits<T>::quiet_NaN();
+        default:
+            break;
+        }
+        T value = 0;
+        auto const format = m_form == Form::Hexadecimal ? std::chars_format::hex : std::chars_format::general;
+        auto const result =
+            std::from_chars(m_digits.data(), m_digits.data() + m_digits.size(), value, format);
+        if (result.ec == std::errc::result_out_of_range)
+            return m_leading_exponent > 0 ? std::numeric_limits<T>::infinity() : T(0);
+        return value;
+    }
+
+private:
+    template <class Character>
+    static char Narrow(Character character) {
+        return character >= Character(0) && character < Character(0x7F) ? static_cast<char>(character) : '\0';
+    }
+    template <class Character>
+    static char Lower(Character character) {
+        char const narrow = Narrow(character);
+        return narrow >= 'A' && narrow <= 'Z' ? static_cast<char>(narrow - 'A' + 'a') : narrow;
+    }
+    template <class Character>
+    static std::size_t WordLength(std::basic_string_view<Character> text, std::string_view word) {
+        if (text.size() < word.size())
+            return 0;
+        bool const equal = std::equal(word.begin(), word.end(), text.begin(),
+                                      [](char a, Character b) { return a == Lower(b); });
+        return equal ? word.size() : 0;
+    }
+    // The length of a parenthesised tail of letters, digits and underscores.
+    template <class Character>
+    static std::size_t PayloadLength(std::basic_string_view<Character> text) {
+        if (text.empty() || Narrow(text[0]) != '(')
+            return 0;
+        std::size_t position = 1;
+        while (position < text.size() && (IsDigit(text[position]) || Narrow(text[position]) == '_' ||
+                                          (Lower(text[position]) >= 'a' && Lower(text[position]) <= 'z')))
+            ++position;
+        return position < text.size() && Narrow(text[position]) == ')' ? position + 1 : 0;
+    }
+    void Set(Form form, std::size_t size) {
+        m_form = form;
+        m_size = size;
+    }
+
+    // Digits with an optional point and exponent; false without a digit.
+    template <class Character>
+    bool ScanDigits(std::basic_string_view<Character> text, std::size_t position, bool hexadecimal) {
+        std::size_t const begin = position;
+        bool has_digit = false;
+        bool has_point = false;
+        bool has_value = false; // a digit other than 0 has come
+        long long before_point = 0;
+        for (; position < text.size(); ++position) {
+            char const character = Lower(text[position]);
+            if (character == '.' && !has_point) {
+                has_point = true;
+                continue;
+            }
+            if (!IsDigit(character) && !(hexadecimal && character >= 'a' && character <= 'f'))
+                break;
+            has_digit = true;
+            has_value = has_value || character != '0';
+            if (has_value && !has_point)
+                ++before_point;
+            else if (!has_value && has_point)
+                --before_point;
+        }
+        if (!has_digit)
+            return false;
+        long long const exponent = ScanExponent(text, position, hexadecimal ? 'p' : 'e');
+        m_leading_exponent = before_point * (hexadecimal ? 4 : 1) + exponent;
+        m_size = position;
+        auto const digits = text.substr(begin, position - begin);
+        if constexpr (std::is_same_v<Character, char>) {
+            m_digits = digits;
+        } else {
+            m_narrowed.resize(digits.size());
+            std::transform(digits.begin(), digits.end(), m_narrowed.begin(),
+                           [](Character character) { return static_cast<char>(character); });
+            m_digits = m_narrowed;
+        }
+        return true;
+    }
+
+    // An exponent at the position, which moves behind it; saturated, 0 if there is none.
+    template <class Character>
+    static long long ScanExponent(std::basic_string_view<Character> text, std::size_t& position, char mark) {
+        if (position == text.size() || Lower(text[position]) != mark)
+            return 0;
+        std::size_t next = position + 1;
+        bool const negative = TakeSign(text, next);
+        if (next == text.size() || !IsDigit(text[next]))
+            return 0;
+        constexpr long long most = 1'000'000'000'000;
+        long long exponent = 0;
+        for (; next < text.size() && IsDigit(text[next]); ++next)
+            exponent = std::min(exponent * 10 + (text[next] - Character('0')), most);
+        position = next;
+        return negative ? -exponent : exponent;
+    }
+
+    Form m_form = Form::None;
+    std::size_t m_size = 0;
+    std::string_view m_digits; // in the source, or in the narrowed copy of a wide one
+    std::string m_narrowed;
+    long long m_leading_exponent = 0; // above 0 for numbers of 1 and more, about the power of the first digit
+};
+
+template <class T, class Character>
+NumberFault TakeFloat(std::basic_string_view<Character>& text, T& target) {
+    std::size_t position = SkipWhiteSpace(text);
+    bool const negative = TakeSign(text, position);
+    FloatText const number(text.substr(position));
+    if (number.form() == FloatText::Form::None)
+        return NumberFault::Invalid;
+    T const value = number.Value<T>();
+    if (std::isinf(value) && number.form() != FloatText::Form::Infinity)
+        return NumberFault::OutOfRange;
+    target = negative ? -value : value;
+    text.remove_prefix(position + number.size());
+    return NumberFault::None;
+}
+
+} // namespace
+
+template <class T, class Character>
+NumberFault TakeNumber(std::basic_string_view<Character>& text, T& target) {
+    if constexpr (std::is_floating_point_v<T>)
+        return TakeFloat(text, target);
+    else
+        return TakeInteger(text, target);
+}
+
+template NumberFault TakeNumber(std::string_view&, std::int32_t&);
+template NumberFault TakeNumber(std::string_view&, std::uint32_t&);
+template NumberFault TakeNumber(std::string_view&, std::int64_t&);
+template NumberFault TakeNumber(std::string_view&, float&);
+template NumberFault TakeNumber(std::string_view&, double&);
+template NumberFault TakeNumber(std::wstring_view&, std::int32_t&);
+template NumberFault TakeNumber(std::wstring_view&, std::uint32_t&);
+template NumberFault TakeNumber(std::wstring_view&, std::int64_t&);
+template NumberFault TakeNumber(std::wstring_view&, float&);
+template NumberFault TakeNumber(std::wstring_view&, double&);
+
+} // namespace paramdb

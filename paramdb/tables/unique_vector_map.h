@@ -1,0 +1,141 @@
+// The container of most tables: a vector of key and row, sorted by key, with no key twice.
+//
+// Tables are filled once and read often, mostly from a source in the order of the keys. A row behind all
+// others is appended without a search; one that comes between costs a move of the rows behind it. A table
+// that is filled from a source of unknown order therefore uses Filler, which puts everything into order once
+// at the end.
+#pragma once
+
+#include <paramdb/tables/sort_order.h>
+#include <paramdb/tables/tl_allocator.h>
+
+#include <algorithm>
+#include <functional>
+#include <iterator>
+#include <memory>
+#include <utility>
+#include <vector>
+
+template <class K, class V, class Less = std::less<K>, class Alloc = std::allocator<std::pair<K, V>>>
+class CUniqueVectorMap : private std::vector<std::pair<K, V>, Alloc> {
+    using Vector = std::vector<std::pair<K, V>, Alloc>;
+
+public:
+    using key_type = K;
+    using mapped_type = V;
+    using typename Vector::const_iterator;
+    using typename Vector::const_reference;
+    using typename Vector::const_reverse_iterator;
+    using typename Vector::difference_type;
+    using typename Vector::iterator;
+    using typename Vector::reference;
+    using typename Vector::reverse_iterator;
+    using typename Vector::size_type;
+    using typename Vector::value_type;
+
+    using Vector::at;
+    using Vector::back;
+    using Vector::begin;
+    using Vector::capacity;
+    using Vector::cbegin;
+    using Vector::cend;
+    using Vector::clear;
+    using Vector::crbegin;
+    using Vector::crend;
+    using Vector::data;
+    using Vector::empty;
+    using Vector::end;
+    using Vector::erase;
+    using Vector::front;
+    using Vector::max_size;
+    using Vector::rbegin;
+    using Vector::rend;
+    using Vector::reserve;
+    using Vector::size;
+    using Vector::operator[];
+
+    // Inserts at the place of the key and returns it with true. A key that is there already keeps its row;
+    // the result is its place with false.
+    std::pair<iterator, bool> insert(value_type const& row) { return Insert(row); }
+    std::pair<iterator, bool> insert(value_type&& row) { return Insert(std::move(row)); }
+
+    // The row of the key, or the end.
+    iterator find(K const& key) { return Find(*this, key); }
+    const_iterator find(K const& key) const { return Find(*this, key); }
+
+    // The first row whose key is not less than the key, or the end.
+    iterator lower_bound(K const& key) { return LowerBound(*this, key); }
+    const_iterator lower_bound(K const& key) const { return LowerBound(*this, key); }
+
+    // Takes rows in any order and has them sorted when it ends, with the same result as inserting them one by
+    // one: of several rows with one key the first stays. The map must not be used meanwhile.
+    class Filler {
+    public:
+        explicit Filler(CUniqueVectorMap& map) : m_map(&map) {}
+        Filler(Filler const&) = delete;
+        Filler& operator=(Filler const&) = delete;
+        ~Filler() { Settle(); }
+
+        void Add(K const& key, V const& row) {
+            if (key != key) { // unordered, as a NaN is: its place depends on the rows before it alone
+                Settle();
+                m_one_by_one = true;
+            }
+            if (m_one_by_one) {
+                m_map->insert(value_type(key, row));
+                return;
+            }
+            Vector& rows = *m_map;
+            if (!rows.empty() && !Less()(rows.back().first, key))
+                m_is_sorted = false;
+            rows.emplace_back(key, row);
+        }
+
+    private:
+        void Settle() {
+            if (std::exchange(m_is_sorted, true))
+                return;
+            Vector& rows = *m_map;
+            auto const order =
+                paramdb::StableUniqueOrder(rows.size(), [&rows](std::size_t left, std::size_t right) {
+                    return Less()(rows[left].first, rows[right].first);
+                });
+            Vector sorted;
+            sorted.reserve(rows.capacity());
+            for (std::size_t const index : order)
+                sorted.push_back(std::move(rows[index]));
+            rows.swap(sorted);
+        }
+
+        CUniqueVectorMap* m_map;
+        bool m_is_sorted = true;
+        bool m_one_by_one = false;
+    };
+
+private:
+    template <class Map>
+    static auto LowerBound(Map& map, K const& key) {
+        return std::lower_bound(map.begin(), map.end(), key, [](value_type const& row, K const& sought) {
+            return Less()(row.first, sought);
+        });
+    }
+    template <class Map>
+    static auto Find(Map& map, K const& key) {
+        auto const bound = LowerBound(map, key);
+        return bound != map.end() && !Less()(key, bound->first) ? bound : map.end();
+    }
+    template <class Value>
+    std::pair<iterator, bool> Insert(Value&& row) {
+        if (empty() || Less()(back().first, row.first)) {
+            Vector::push_back(std::forward<Value>(row));
+            return {std::prev(end()), true};
+        }
+        auto const bound = lower_bound(row.first);
+        if (bound != end() && !Less()(row.first, bound->first))
+            return {bound, false};
+        return {Vector::insert(bound, std::forward<Value>(row)), true};
+    }
+};
+
+template <class K, class V, class Less = std::less<K>>
+class CDbUniqueMap : public CUniqueVectorMap<K, V, Less, tl_allocator<std::pair<K, V>>> {};
