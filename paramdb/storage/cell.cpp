@@ -1,19 +1,10 @@
 #include <paramdb/storage/cell.h>
 
-#include <cmath>
+#include <paramdb/platform/numeric/truncate.h>
+
 #include <type_traits>
 
 namespace ParamDb {
-namespace {
-
-// The integer below a floating value in magnitude: 0 for a NaN and for what 64 bits do not hold.
-template <class Float> std::int64_t Truncate(Float value) {
-    constexpr Float limit = static_cast<Float>(9223372036854775808.0);
-    return value >= -limit && value < limit ? static_cast<std::int64_t>(value) : 0;
-}
-
-} // namespace
-
 template <class Integer> Integer ToInteger(cell_t const& cell) {
     return std::visit(
         [](auto const& value) -> Integer {
@@ -23,7 +14,7 @@ template <class Integer> Integer ToInteger(cell_t const& cell) {
                 if (sizeof(Value) <= sizeof(Integer) || static_cast<Value>(result) == value)
                     return result;
             } else if constexpr (std::is_floating_point_v<Value>) {
-                auto const result = static_cast<Integer>(Truncate(value));
+                auto const result = static_cast<Integer>(numeric::Truncate64(value));
                 if (static_cast<Value>(result) == value)
                     return result;
             }

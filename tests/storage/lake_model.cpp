@@ -66,9 +66,13 @@ std::size_t Lake::IndexOf(Ref ref) const {
     return m_lines.size();
 }
 
-std::size_t Lake::IndexBefore(Ref ref) const { return ref == End ? m_lines.size() : IndexOf(ref); }
+std::size_t Lake::IndexBefore(Ref ref) const {
+    return ref == End ? m_lines.size() : IndexOf(ref);
+}
 
-Ref Lake::RefAt(std::size_t index) const { return index < m_lines.size() ? m_lines[index].id : End; }
+Ref Lake::RefAt(std::size_t index) const {
+    return index < m_lines.size() ? m_lines[index].id : End;
+}
 
 std::vector<int> Lake::Places() const {
     std::vector<int> places(static_cast<std::size_t>(m_next_id), Lost);
@@ -207,7 +211,7 @@ Written Lake::Write() const {
     bool good = true;
     auto const print = [&](std::wstring const& text) {
         for (wchar_t const character : text) {
-            good = good && character >= 0 && character <= 0xFF;
+            good = good && static_cast<unsigned long>(character) <= 0xFF;
             if (good)
                 result.bytes += static_cast<char>(character);
         }

@@ -1,7 +1,7 @@
 // A lake in its plainest form, against which CLake is tested on random data.
 //
-// Lines stand in a vector and name each other by numbers that never change. Nothing here is fast and nothing is
-// shared with the library.
+// Lines stand in a vector and name each other by numbers that never change. Nothing here is fast and nothing
+// is shared with the library.
 #pragma once
 
 #include <cstddef>

@@ -49,6 +49,7 @@ inline std::wstring WideName(std::filesystem::path const& path) {
 }
 
 inline void WriteBytes(std::filesystem::path const& path, std::string_view bytes) {
+    std::filesystem::remove(path); // a new file is quicker than one overwritten
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     file.close();

@@ -1,0 +1,63 @@
+#include <paramdb/storage/node_pool.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <vector>
+
+using paramdb::NodePool;
+
+namespace {
+
+std::vector<void*> Take(NodePool& pool, std::size_t count) {
+    std::vector<void*> slots;
+    for (std::size_t index = 0; index < count; ++index)
+        slots.push_back(pool.Allocate());
+    return slots;
+}
+
+} // namespace
+
+TEST(NodePool, SlotsAreAlignedAndDoNotOverlap) {
+    for (std::size_t const size :
+         {std::size_t{1}, std::size_t{7}, std::size_t{8}, std::size_t{80}, std::size_t{200}}) {
+        NodePool pool(size);
+        std::vector<void*> slots = Take(pool, 50000);
+        for (std::size_t index = 0; index < slots.size(); ++index)
+            std::memset(slots[index], static_cast<int>(index % 251), size);
+        for (std::size_t index = 0; index < slots.size(); ++index) {
+            auto const* const bytes = static_cast<unsigned char const*>(slots[index]);
+            ASSERT_EQ(reinterpret_cast<std::uintptr_t>(bytes) % alignof(std::max_align_t), 0U);
+            ASSERT_EQ(std::count(bytes, bytes + size, index % 251), static_cast<std::ptrdiff_t>(size));
+        }
+        std::sort(slots.begin(), slots.end());
+        EXPECT_EQ(std::adjacent_find(slots.begin(), slots.end()), slots.end());
+        for (void* const slot : slots)
+            pool.Free(slot);
+    }
+}
+
+TEST(NodePool, AFreedSlotIsTheNextOneTaken) {
+    NodePool pool(40);
+    std::vector<void*> const slots = Take(pool, 100);
+    pool.Free(slots[10]);
+    pool.Free(slots[90]);
+    EXPECT_EQ(pool.Allocate(), slots[90]);
+    EXPECT_EQ(pool.Allocate(), slots[10]);
+    void* const fresh = pool.Allocate();
+    EXPECT_EQ(std::find(slots.begin(), slots.end(), fresh), slots.end());
+}
+
+TEST(NodePool, AnEmptiedPoolBeginsAnew) {
+    NodePool pool(40);
+    std::vector<void*> const first = Take(pool, 1000);
+    for (void* const slot : first)
+        pool.Free(slot);
+    EXPECT_EQ(pool.Allocate(), first.front());
+    std::vector<void*> second = Take(pool, 1000);
+    second.push_back(first.front());
+    std::sort(second.begin(), second.end());
+    EXPECT_EQ(std::adjacent_find(second.begin(), second.end()), second.end());
+}

@@ -1,0 +1,25 @@
+// What the command needs of the system it runs on: its arguments and its output as UTF-8.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace paramdb::tools {
+
+// Makes the terminal show UTF-8 as long as an object lives. Only a Windows console has to be told.
+class Utf8Terminal {
+public:
+    Utf8Terminal();
+    Utf8Terminal(Utf8Terminal const&) = delete;
+    Utf8Terminal& operator=(Utf8Terminal const&) = delete;
+    ~Utf8Terminal();
+
+private:
+    [[maybe_unused]] unsigned m_previous_code_page = 0;
+};
+
+// The arguments of main without the program's name. On Windows those of main have lost every character that
+// the code page lacks, so the system's own are taken; elsewhere the bytes are taken as they are.
+std::vector<std::string> Utf8Arguments(int count, char const* const* arguments);
+
+} // namespace paramdb::tools

@@ -1,0 +1,28 @@
+#include "tools/verb.h"
+
+namespace paramdb::tools {
+
+// A new verb is one more name in both lists. Each function stands in the file of its verb.
+using VerbMaker = std::unique_ptr<Verb>();
+VerbMaker MakeLoadVerb;
+
+namespace {
+
+VerbMaker* const Makers[] = {MakeLoadVerb};
+
+} // namespace
+
+char const* const ExitCodeHelp =
+    "Exit codes:\n"
+    "  0  clean\n"
+    "  1  loaded, but with findings: faults in the data were reported\n"
+    "  2  nothing loaded: wrong arguments, an unreadable file, a refused version";
+
+std::vector<std::unique_ptr<Verb>> MakeVerbs() {
+    std::vector<std::unique_ptr<Verb>> verbs;
+    for (VerbMaker* const make : Makers)
+        verbs.push_back(make());
+    return verbs;
+}
+
+} // namespace paramdb::tools
