@@ -62,6 +62,9 @@ public:
     }
 #include <paramdb/tables/catalogue.def>
 
+    // All tables in the order of registration, with their descriptions and their rows whatever their classes.
+    std::span<paramdb::CatalogueEntry const> Entries() const { return m_distillery->Entries(); }
+
     // Tables to which a host may add rows of its own.
     auto& AppSignalProperty() {
         return m_distillery->Tables().AppSignalProperty;

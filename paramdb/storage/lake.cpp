@@ -36,9 +36,14 @@ void CLake::merge(CLake& other) {
         Append(other);
         return;
     }
+    // Linking changes the records that the copies take theirs from, so those are copied first.
     CLake copy;
-    copy = other;
-    merge(copy);
+    copy.m_collection.clear();
+    list lines(copy.m_pool);
+    copy.CopyLines(*this, lines, copy.m_texts);
+    copy.m_collection.splice_back(lines);
+    copy.RepairCopies(*this, copy.begin());
+    Append(copy);
 }
 
 void CLake::clear() {
@@ -77,18 +82,19 @@ void CLake::CopyLines(CLake const& other, list& copies, std::vector<TextBlock>& 
 }
 
 void CLake::RepairCopies(CLake const& other, iterator copies) {
-    // A copied opener that linking did not reach, because its key is known or a stray closing line stands before
-    // it, keeps the children that its source has: as positions in this list, never in the other one.
+    // A copied line that linking gave no records, because its key is known or a stray closing line stands before it,
+    // takes those of its source: as positions in this list, never in the other one.
     std::unordered_map<CNode const*, iterator> copy_of;
-    auto const translate = [&](CNode::position source) {
-        if (source == CNode::position() || source == const_cast<CLake&>(other).end())
-            return source == CNode::position() ? source : end();
-        auto const found = copy_of.find(&*source);
-        return found != copy_of.end() ? found->second : end();
+    auto const translate = [&](CNode::position& position) {
+        if (position == CNode::position())
+            return;
+        bool const is_line = CLake::const_iterator(position) != other.end();
+        auto const found = is_line ? copy_of.find(&*position) : copy_of.end();
+        position = found != copy_of.end() ? found->second : end();
     };
     auto source = other.begin();
     for (iterator copy = copies; copy != end(); ++copy, ++source) {
-        if (!copy->m_is_section || copy->m_section || !source->m_section)
+        if (!source->m_section || copy->m_section || source == other.begin())
             continue;
         if (copy_of.empty()) {
             copy_of.reserve(other.size());
@@ -96,14 +102,13 @@ void CLake::RepairCopies(CLake const& other, iterator copies) {
             for (iterator line = copies; line != end(); ++line, ++original)
                 copy_of.emplace(&*original, line);
         }
-        auto records = std::make_unique<CNode::Section>(*source->m_section);
-        for (auto& [key, child] : records->named)
-            child = translate(child);
-        for (auto& child : records->unnamed)
-            child = translate(child);
-        records->first_child = translate(records->first_child);
-        records->section_end = translate(records->section_end);
-        copy->m_section = std::move(records);
+        copy->m_section = std::make_unique<CNode::Section>(*source->m_section);
+        for (auto& [key, child] : copy->m_section->named)
+            translate(child);
+        for (auto& child : copy->m_section->unnamed)
+            translate(child);
+        translate(copy->m_section->first_child);
+        translate(copy->m_section->section_end);
     }
 }
 

@@ -136,10 +136,14 @@ void CLake::SetLines(TextBlock bytes, std::size_t size) {
     for (; next != text_end && line != end(); ++line) {
         line->reset();
         line->set_line(paramdb::TakeLine(next, text_end));
+        line->set_collection(&m_collection);
     }
     m_collection.erase(line, end());
-    while (next != text_end)
-        m_collection.emplace_back().set_line(paramdb::TakeLine(next, text_end));
+    while (next != text_end) {
+        CNode& node = m_collection.emplace_back();
+        node.set_line(paramdb::TakeLine(next, text_end));
+        node.set_collection(&m_collection);
+    }
     m_texts.erase(m_texts.begin(), std::prev(m_texts.end()));
 }
 

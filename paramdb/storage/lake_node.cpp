@@ -150,6 +150,8 @@ std::uint64_t CLakeNode::push_back(std::wstring text) {
         throw std::logic_error("CLake::CNode::push_back: the node belongs to no lake");
     make_section();
     Section& section = own_records();
+    if (section.section_end == position())
+        section.section_end = behind();
     position const row = m_collection->emplace(section.section_end);
     section.unnamed.push_back(row);
     row->m_collection = m_collection;
@@ -162,9 +164,7 @@ void CLakeNode::make_section() {
     if (m_is_section)
         return;
     Section& section = own_records();
-    position const behind_this =
-        list::stands_in_list(*this) ? std::next(list::position(*this)) : m_collection->end();
-    position const before = section.section_end == position() ? behind_this : section.section_end;
+    position const before = section.section_end == position() ? behind() : section.section_end;
     position const closing =
         m_collection->emplace(before, m_collection, std::wstring(), std::wstring(L"}"), key_text().wide());
     closing->m_level = m_level;
@@ -173,12 +173,16 @@ void CLakeNode::make_section() {
     m_is_section = true;
 }
 
+CLakeNode::position CLakeNode::behind() {
+    return list::stands_in_list(*this) ? std::next(list::position(*this)) : m_collection->end();
+}
+
 CLakeNode::position CLakeNode::insert(std::wstring const& key) {
     if (m_collection == nullptr)
         throw std::logic_error("CLake::CNode::insert: the node belongs to no lake");
     Section& section = own_records();
     if (section.section_end == position())
-        section.section_end = m_collection->end();
+        section.section_end = behind();
     position const line =
         m_collection->emplace(section.section_end, m_collection, key, std::wstring(), std::wstring());
     line->own_records().section_end = section.section_end;
@@ -239,7 +243,11 @@ std::int32_t CLakeNodeProxy::number() const {
 }
 
 CLakeNodeProxy& CLakeNodeProxy::operator=(std::wstring value) {
-    if (!found() || position->key_text() != key)
+    // Inside a nested section a miss gives a line that is none of its children.
+    auto const& children = section->records().named;
+    if (auto const child = children.find(key); child != children.end())
+        position = child->second;
+    else
         position = section->insert(key);
     position->value(std::move(value));
     return *this;

@@ -150,6 +150,8 @@ private:
         return holds_bytes() ? std::size_t{m_first_length} + m_second_length : 0;
     }
 
+    // The position behind this line, or the end of its list for a node that does not stand in it.
+    position behind();
     // Turns a plain line into a section with a closing line.
     void make_section();
     // Adds a line with this key before section_end and returns it.

@@ -168,7 +168,7 @@ void Lake::Append(Lake const& other) {
     for (std::size_t index = 0; index < other.m_lines.size(); ++index) {
         Line const& source = other.m_lines[index];
         Line& copy = Make(m_lines.size(), source);
-        if (!source.is_section || index == 0) {
+        if (index == 0) {
             copy.is_section = false;
             copy.named.clear();
             copy.unnamed.clear();
@@ -251,6 +251,8 @@ void Lake::PushBack(std::size_t line, std::wstring const& text) {
     row.level = m_lines[line].level + 1;
     row.linked = true;
     Ref const opener = m_lines[line].id;
+    if (m_lines[line].section_end == Nowhere)
+        m_lines[line].section_end = RefAt(line + 1);
     Ref const id = Make(IndexBefore(m_lines[line].section_end), row).id;
     m_lines[IndexOf(opener)].unnamed.push_back(id);
 }

@@ -311,7 +311,7 @@ TEST(Lake, ClearKeepsTheName) {
     EXPECT_EQ(Lines(lake), Texts{L"|1|"});
 }
 
-TEST(Lake, ALinesTakenOutOfTheTreeComeBackWhenTheLakeIsLinkedAgain) {
+TEST(Lake, LinesOutsideTheTreeComeBackWhenTheLakeIsLinkedAgain) {
     CLake lake;
     ReadText(lake, "s: {\n1\n}\nz: 2\n");
     lake[L"s"].position->push_back(L"3");
