@@ -123,7 +123,6 @@ void Lake::LinkRoot() {
     root.key.clear();
     root.value.clear();
     root.level = -1;
-    root.linked = true;
     Link(0, 1, Places());
     m_lines.front().section_end = End;
 }
@@ -137,7 +136,6 @@ std::size_t Lake::Link(std::size_t section, std::size_t first, std::vector<int> 
     while (index < m_lines.size()) {
         Line& line = m_lines[index];
         line.level = m_lines[section].level + 1;
-        line.linked = true;
         std::size_t child = index;
         if (line.key.empty()) {
             if (!line.value.empty() && line.value[0] == L'}') {
@@ -237,7 +235,6 @@ void Lake::PushBack(std::size_t line, std::wstring const& text) {
         closing.value = L"}";
         closing.comment = m_lines[line].key;
         closing.level = m_lines[line].level;
-        closing.linked = true;
         Ref const before = m_lines[line].section_end;
         Ref const opener = m_lines[line].id;
         Ref const id = Make(before == Nowhere ? line + 1 : IndexBefore(before), closing).id;
@@ -249,7 +246,6 @@ void Lake::PushBack(std::size_t line, std::wstring const& text) {
     Line row;
     row.value = text;
     row.level = m_lines[line].level + 1;
-    row.linked = true;
     Ref const opener = m_lines[line].id;
     if (m_lines[line].section_end == Nowhere)
         m_lines[line].section_end = RefAt(line + 1);
@@ -279,7 +275,6 @@ void Lake::AssignAtTop(std::wstring const& key, std::wstring const& value) {
     Line line;
     line.key = key;
     line.value = value;
-    line.linked = true;
     line.section_end = End;
     Ref const id = Make(m_lines.size(), line).id;
     m_lines.front().named.emplace(key, id);

@@ -25,7 +25,6 @@ struct Line {
     std::wstring comment;
     int level = -1;
     bool is_section = false;
-    bool linked = false; // belongs to a lake for certain
     std::map<std::wstring, Ref> named;
     std::vector<Ref> unnamed;
     Ref first_child = Nowhere;

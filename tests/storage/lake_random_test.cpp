@@ -142,8 +142,7 @@ std::string LookUp(Pair& pair, std::size_t index) {
 void PushBack(Random& random, Pair& pair) {
     std::size_t const index = random.Below(pair.model.lines().size());
     lake_model::Line const& line = pair.model.lines()[index];
-    bool const has_place = !line.is_section || line.section_end != lake_model::Nowhere;
-    if (!line.linked || !has_place || !pair.model.IsIntact(index))
+    if (!pair.model.IsIntact(index))
         return;
     std::wstring const text = RandomText(random);
     std::size_t const expected = line.unnamed.size();
@@ -154,7 +153,7 @@ void PushBack(Random& random, Pair& pair) {
 
 void ClearSection(Random& random, Pair& pair) {
     std::size_t const index = random.Below(pair.model.lines().size());
-    if (!pair.model.lines()[index].linked || !pair.model.IsIntact(index))
+    if (!pair.model.IsIntact(index))
         return;
     pair.story += "\nclear_section " + std::to_string(index);
     lake_support::Node(*pair.lake, index).clear_section();

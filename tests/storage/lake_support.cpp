@@ -67,8 +67,7 @@ private:
         Tell("is_named", node.is_named(), !line.key.empty());
         Tell("is_section", node.is_section(), line.is_section);
         Tell("level", node.level(), line.level);
-        if (line.linked)
-            TellText("collection", node.collection() == m_lake.root().collection());
+        TellText("collection", node.collection() == m_lake.root().collection());
     }
 
     void ComparePosition(std::string const& what, CLake::CNode::position position, lake_model::Ref ref) {
