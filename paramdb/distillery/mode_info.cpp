@@ -1,5 +1,4 @@
 #include <paramdb/distillery/mode_info.h>
-
 #include <paramdb/platform/numeric/truncate.h>
 #include <paramdb/platform/sea/pr_win.h>
 #include <paramdb/service/param_store.h>
@@ -14,12 +13,18 @@ namespace {
 constexpr int IdBits = 31;
 constexpr int BitsOfState = 2;
 
-unsigned int ShiftLeft(unsigned int value, int count) { return value << (static_cast<unsigned int>(count) & 31); }
+unsigned int ShiftLeft(unsigned int value, int count) {
+    return value << (static_cast<unsigned int>(count) & 31);
+}
 
 // The sign bit comes in from the left.
-int ShiftRight(int value, int count) { return value >> (static_cast<unsigned int>(count) & 31); }
+int ShiftRight(int value, int count) {
+    return value >> (static_cast<unsigned int>(count) & 31);
+}
 
-unsigned int LowBits(int count) { return ShiftLeft(1, count) - 1; }
+unsigned int LowBits(int count) {
+    return ShiftLeft(1, count) - 1;
+}
 
 // ceil of the binary logarithm; 0 for what has none or a negative one.
 int CeilBits(double logarithm) {
@@ -27,10 +32,12 @@ int CeilBits(double logarithm) {
     return std::isfinite(bits) && bits > 0 ? numeric::Truncate32(bits) : 0;
 }
 
-int BitsOfBaseMode(int largest) { return CeilBits(std::log(static_cast<double>(largest))); }
+int BitsOfBaseMode(int largest) {
+    return CeilBits(std::log(static_cast<double>(largest)));
+}
 
-// Quotient and logarithm are of single precision. The logarithm is rounded from a double one, so that it is the same
-// under every C library.
+// Quotient and logarithm are of single precision. The logarithm is rounded from a double one, so that it is
+// the same under every C library.
 int BitsOfIntervals(CVAutoModeParams const& params) {
     float const intervals = (params.Stop - params.Start) / params.Step;
     return CeilBits(static_cast<float>(std::log(static_cast<double>(intervals))));
@@ -41,8 +48,8 @@ int BitsOfIntervals(CVAutoModeParams const& params) {
 bool CQtModeInfo::Build() {
     if (!CombineParams()) {
         m_params.clear();
-        PrWin::Output(16, 1,
-                      L"CQtModeInfo: Failed to combine the Auto Mode Param Table from the Application Sea.\n");
+        PrWin::Output(
+            16, 1, L"CQtModeInfo: Failed to combine the Auto Mode Param Table from the Application Sea.\n");
     }
     auto const& modes = m_store->Tables().Mode;
     int const largest = modes.empty() ? 0 : modes.rbegin()->first[0];
@@ -96,7 +103,8 @@ bool CQtModeInfo::WriteTables() const {
 }
 
 int CQtModeInfo::BaseMode(int virtual_mode) const {
-    return virtual_mode == -1 ? -1 : static_cast<int>(static_cast<unsigned int>(virtual_mode) & ~m_extension_mask);
+    return virtual_mode == -1 ? -1
+                              : static_cast<int>(static_cast<unsigned int>(virtual_mode) & ~m_extension_mask);
 }
 
 int CQtModeInfo::Extension(int virtual_mode) const {
@@ -149,7 +157,8 @@ int CQtModeInfo::Intervals(CVAutoModeParams const& params) {
 }
 
 float CQtModeInfo::Position(CVAutoModeParams const& params, unsigned int index) {
-    double const middle = (index + 0.5) * static_cast<double>(params.Step) + static_cast<double>(params.Start);
+    double const middle =
+        (index + 0.5) * static_cast<double>(params.Step) + static_cast<double>(params.Start);
     return std::roundf(static_cast<float>(middle));
 }
 

@@ -1,9 +1,10 @@
-// Virtual modes: a mode (test step) together with a position in a grid of auto mode parameters, packed into one id.
+// Virtual modes: a mode (test step) together with a position in a grid of auto mode parameters, packed into
+// one id.
 //
-// From the top bit down a virtual mode id holds bit 31, always 0; the extension, ExtensionBits wide; the id of the
-// base mode. From its top bit down the extension holds the interval fields of all parameters in the order of their
-// keys (interval index plus 1, or 0 for none), then the state fields of those that have one, 2 bits each. The layout
-// follows from the data of each load.
+// From the top bit down a virtual mode id holds bit 31, always 0; the extension, ExtensionBits wide; the id
+// of the base mode. From its top bit down the extension holds the interval fields of all parameters in the
+// order of their keys (interval index plus 1, or 0 for none), then the state fields of those that have one, 2
+// bits each. The layout follows from the data of each load.
 //
 // -1 stands for no mode everywhere. Shift counts go modulo 32, as the layout of impossible data needs it.
 #pragma once
@@ -21,9 +22,9 @@ public:
     // The store must outlive this object.
     explicit CQtModeInfo(CQtParamStore& store) : m_store(&store) {}
 
-    // Takes the parameters from <TAutoModeParam> and <TAutoModeParamOrder> and computes the layout. Tables that do not
-    // fit together are reported (category 16, style 1) and leave no parameters. False, reported (category 16, style
-    // 3), if the ids of <TMode> need bits that the extension takes.
+    // Takes the parameters from <TAutoModeParam> and <TAutoModeParamOrder> and computes the layout. Tables
+    // that do not fit together are reported (category 16, style 1) and leave no parameters. False, reported
+    // (category 16, style 3), if the ids of <TMode> need bits that the extension takes.
     bool Build();
     // Computes the layout of the parameters as they are now; true if a bit is left beside it.
     bool UpdateLayout();
@@ -55,7 +56,8 @@ public:
     // Names; see the members of CQtParamInstance.
     CString Name(int virtual_mode) const;
     CString BaseName(int extension, int physical_mode) const;
-    CString NameFragment(CAutoModeParamMap::const_iterator parameter, float value, unsigned int precision) const;
+    CString NameFragment(CAutoModeParamMap::const_iterator parameter, float value,
+                         unsigned int precision) const;
 
 private:
     bool CombineParams();

@@ -1,6 +1,5 @@
 // CQtModeInfo: the names of virtual modes.
 #include <paramdb/distillery/mode_info.h>
-
 #include <paramdb/platform/signal/measuring_unit.h>
 #include <paramdb/service/param_store.h>
 
@@ -13,7 +12,9 @@ namespace {
 constexpr int StationaryStyle = 0;
 constexpr int MovingStyle = 1;
 
-bool Moves(unsigned int state) { return (state & 2) != 0; }
+bool Moves(unsigned int state) {
+    return (state & 2) != 0;
+}
 
 std::wstring FormatPosition(float value, unsigned int precision) {
     CString text;
@@ -43,7 +44,8 @@ CString CQtModeInfo::Name(int virtual_mode) const {
 }
 
 CString CQtModeInfo::BaseName(int extension, int physical_mode) const {
-    return CString(m_store->Tables().PhysMode.Name(physical_mode)) + m_naming.SeparatorText + Suffix(extension);
+    return CString(m_store->Tables().PhysMode.Name(physical_mode)) + m_naming.SeparatorText +
+           Suffix(extension);
 }
 
 CString CQtModeInfo::NameFragment(CAutoModeParamMap::const_iterator parameter, float value,

@@ -1,4 +1,5 @@
 #include <paramdb/distillery/param_distillery.h>
+#include <paramdb/distillery/refinement.h>
 #include <paramdb/platform/sea/pr_win.h>
 
 #include <algorithm>

@@ -13,7 +13,21 @@ CQtParamInstance::CQtParamInstance(CQtParamDistillery* distillery)
     : m_distillery(distillery != nullptr ? distillery : &CQtParamServer::Object().store()) {}
 
 void CQtParamInstance::SetAutoModeNaming(CQtParamDistillery::AutoModeNaming const& naming) {
-    m_distillery->DerivedInfo().SetNaming(naming);
+    Modes().SetNaming(naming);
+}
+
+void CQtParamInstance::DumpTables(int limit) const {
+    m_distillery->DumpTables(limit);
+    m_distillery->DerivedInfo().DumpTables(limit);
+}
+
+void CQtParamInstance::WriteTablesToLocalSeas() const {
+    if (Modes().WriteTables())
+        m_distillery->WriteTablesToLocalSeas();
+}
+
+bool CQtParamInstance::UpdateLocalSeas() {
+    return Modes().UpdateLayout();
 }
 
 void CQtParamInstance::ShowIdsInDialogs(bool show) {

@@ -34,28 +34,51 @@ bool IsDigit(Character character) {
     return character >= Character('0') && character <= Character('9');
 }
 
+// A decimal integer at the front of the text.
+struct IntegerText {
+    std::uint64_t magnitude = 0;
+    bool negative = false;
+    bool overflow = false;  // of the magnitude
+    std::size_t length = 0; // 0: there is none
+
+    template <class Character>
+    explicit IntegerText(std::basic_string_view<Character> text) {
+        std::size_t position = SkipWhiteSpace(text);
+        negative = TakeSign(text, position);
+        std::size_t const digits = position;
+        for (; position < text.size() && IsDigit(text[position]); ++position) {
+            auto const digit = static_cast<std::uint64_t>(text[position] - Character('0'));
+            constexpr std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
+            overflow = overflow || magnitude > (most - digit) / 10;
+            magnitude = magnitude * 10 + digit;
+        }
+        if (position > digits)
+            length = position;
+    }
+
+    // Whether the number lies in the range of T; an unsigned one may be negated.
+    template <class T>
+    bool Fits() const {
+        std::uint64_t limit = std::numeric_limits<T>::max();
+        if (std::is_signed_v<T> && negative)
+            ++limit;
+        return !overflow && magnitude <= limit;
+    }
+    template <class T>
+    T Value() const {
+        return static_cast<T>(negative ? 0 - magnitude : magnitude);
+    }
+};
+
 template <class T, class Character>
 NumberFault TakeInteger(std::basic_string_view<Character>& text, T& target) {
-    std::size_t position = SkipWhiteSpace(text);
-    bool const negative = TakeSign(text, position);
-    std::size_t const digits = position;
-    std::uint64_t magnitude = 0;
-    bool overflow = false;
-    for (; position < text.size() && IsDigit(text[position]); ++position) {
-        auto const digit = static_cast<std::uint64_t>(text[position] - Character('0'));
-        constexpr std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
-        overflow = overflow || magnitude > (most - digit) / 10;
-        magnitude = magnitude * 10 + digit;
-    }
-    if (position == digits)
+    IntegerText const number(text);
+    if (number.length == 0)
         return NumberFault::Invalid;
-    std::uint64_t limit = std::numeric_limits<T>::max();
-    if (std::is_signed_v<T> && negative)
-        ++limit;
-    if (overflow || magnitude > limit)
+    if (!number.Fits<T>())
         return NumberFault::OutOfRange;
-    target = static_cast<T>(negative ? 0 - magnitude : magnitude);
-    text.remove_prefix(position);
+    target = number.Value<T>();
+    text.remove_prefix(number.length);
     return NumberFault::None;
 }
 
@@ -203,18 +226,32 @@ private:
     long long m_leading_exponent = 0; // above 0 for numbers of 1 and more, about the power of the first digit
 };
 
+// A floating number at the front of the text, infinite where it is too large; the length that it takes, or 0.
 template <class T, class Character>
-NumberFault TakeFloat(std::basic_string_view<Character>& text, T& target) {
+std::size_t ParseFloat(std::basic_string_view<Character> text, T& value, bool& overflow) {
     std::size_t position = SkipWhiteSpace(text);
     bool const negative = TakeSign(text, position);
     FloatText const number(text.substr(position));
     if (number.form() == FloatText::Form::None)
+        return 0;
+    value = number.Value<T>();
+    overflow = std::isinf(value) && number.form() != FloatText::Form::Infinity;
+    if (negative)
+        value = -value;
+    return position + number.size();
+}
+
+template <class T, class Character>
+NumberFault TakeFloat(std::basic_string_view<Character>& text, T& target) {
+    T value = 0;
+    bool overflow = false;
+    std::size_t const length = ParseFloat(text, value, overflow);
+    if (length == 0)
         return NumberFault::Invalid;
-    T const value = number.Value<T>();
-    if (std::isinf(value) && number.form() != FloatText::Form::Infinity)
+    if (overflow)
         return NumberFault::OutOfRange;
-    target = negative ? -value : value;
-    text.remove_prefix(position + number.size());
+    target = value;
+    text.remove_prefix(length);
     return NumberFault::None;
 }
 
@@ -226,6 +263,22 @@ NumberFault TakeNumber(std::basic_string_view<Character>& text, T& target) {
         return TakeFloat(text, target);
     else
         return TakeInteger(text, target);
+}
+
+double TakeDouble(std::wstring_view& text) {
+    double value = 0;
+    bool overflow = false;
+    text.remove_prefix(ParseFloat(text, value, overflow));
+    return value;
+}
+
+std::int32_t TakeLong(std::wstring_view& text) {
+    IntegerText const number(text);
+    text.remove_prefix(number.length);
+    if (number.Fits<std::int32_t>())
+        return number.Value<std::int32_t>();
+    using Limits = std::numeric_limits<std::int32_t>;
+    return number.negative ? Limits::min() : Limits::max();
 }
 
 template NumberFault TakeNumber(std::string_view&, std::int32_t&);

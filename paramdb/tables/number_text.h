@@ -18,4 +18,9 @@ enum class NumberFault { None, Invalid, OutOfRange };
 template <class T, class Character>
 NumberFault TakeNumber(std::basic_string_view<Character>& text, T& target);
 
+// The same in the manner of the C library: without a number nothing is taken and the result is 0; what is too
+// large gives an infinity or the limit of 32 bits.
+double TakeDouble(std::wstring_view& text);
+std::int32_t TakeLong(std::wstring_view& text);
+
 } // namespace paramdb

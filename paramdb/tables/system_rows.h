@@ -45,7 +45,7 @@ public:
     using QVRow::QVRow;
 };
 
-class QVRotorSpeeds : public QVRow<QDouble<"ratio">, QInt<"value_2">, QInt<"value_3">> {
+class QVRotorSpeeds : public QVRow<QDouble<"ratio">, QInt<"numerator">, QInt<"denominator">> {
 public:
     using QVRow::QVRow;
 };
