@@ -77,7 +77,8 @@ public:
         ~Filler() { Settle(); }
 
         void Add(K const& key, V const& row) {
-            if (key != key) { // unordered, as a NaN is: its place depends on the rows before it alone
+            // A key with a NaN differs from itself: its place depends on the rows before it alone.
+            if (key != key) { // NOLINT(misc-redundant-expression)
                 Settle();
                 m_one_by_one = true;
             }
