@@ -9,6 +9,7 @@ int CQtParamDistillery::s_time_signal_id = -1;
 CQtParamDistillery::CQtParamDistillery() : m_derived_info(std::make_unique<CQtDerivedInfo>(*this)) {}
 
 bool CQtParamDistillery::ReadTablesFromCandidateLake() {
+    paramdb::ProgressScope const scope(m_progress);
     if (!CQtParamStore::ReadTablesFromCandidateLake() || !CheckIntegrity())
         return false;
     s_time_signal_id = FindTimeSignal();

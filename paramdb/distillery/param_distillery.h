@@ -4,8 +4,10 @@
 #include <paramdb/distillery/auto_mode_naming.h>
 #include <paramdb/distillery/derived_info.h>
 #include <paramdb/service/param_store.h>
+#include <paramdb/tables/load_progress.h>
 
 #include <memory>
+#include <utility>
 
 class CQtParamDistillery : public CQtParamStore {
 public:
@@ -17,6 +19,9 @@ public:
     // data cannot be used, then tables and named texts hold it already. A failed load leaves the initialized
     // flag as it was. Faulty rows are reported and do not fail a load.
     bool ReadTablesFromCandidateLake();
+
+    // The callback that a load tells how far it has come; none at first, and an empty one for none again.
+    void SetLoadProgress(paramdb::LoadProgress progress) { m_progress = std::move(progress); }
 
     bool Initialized() const { return m_initialized; }
     void ClearInitialized() { m_initialized = false; }
@@ -34,6 +39,7 @@ private:
     bool RefineDatabaseTables();
 
     std::unique_ptr<CQtDerivedInfo> m_derived_info;
+    paramdb::LoadProgress m_progress;
     bool m_initialized = false;
     static int s_time_signal_id;
 };

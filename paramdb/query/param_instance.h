@@ -27,6 +27,12 @@ public:
     // cell of the table set holds no whole number.
     bool ReadTablesFromCandidateLake() { return m_distillery->ReadTablesFromCandidateLake(); }
 
+    // Has every later load tell how far it has come: the step ("read" or "derive"), what is done of it and
+    // the whole, a few times each second on the thread that loads. An empty function for none, as at first.
+    void SetLoadProgress(paramdb::LoadProgress progress) {
+        m_distillery->SetLoadProgress(std::move(progress));
+    }
+
     // Empties the tables and the named texts. The initialized flag and the derived information stay.
     void PurgeTables() { m_distillery->PurgeTables(); }
 

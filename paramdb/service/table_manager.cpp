@@ -3,6 +3,7 @@
 #include <paramdb/service/table_manager.h>
 #include <paramdb/storage/parameter_lake.h>
 #include <paramdb/storage/parameter_table_set.h>
+#include <paramdb/tables/load_progress.h>
 
 namespace {
 
@@ -62,6 +63,10 @@ bool CQTableManager::ReadTables() {
     std::int32_t const minor = Version(set, MinorKey);
     if (!AcceptVersion(major, minor))
         return false;
+    std::size_t rows = 0;
+    for (auto const& [key, table] : set)
+        rows += table.size();
+    paramdb::BeginProgress(L"read", rows);
     for (CQParamSeaTable* const table : m_tables)
         table->ReadTable(set);
     return true;
@@ -73,6 +78,7 @@ bool CQTableManager::ReadTablesFromCandidateLake() {
         return false;
     if (!AcceptVersion(lake[MajorKey].number(), lake[MinorKey].number()))
         return false;
+    paramdb::BeginProgress(L"read", lake.size());
     for (CQParamSeaTable* const table : m_tables)
         table->ReadTable(lake);
     return true;

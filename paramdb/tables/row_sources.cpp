@@ -1,6 +1,7 @@
 #include <paramdb/platform/sea/resource_list.h>
 #include <paramdb/tables/line_reader.h>
 #include <paramdb/tables/line_writer.h>
+#include <paramdb/tables/load_progress.h>
 #include <paramdb/tables/row_sources.h>
 #include <paramdb/tables/table_messages.h>
 
@@ -15,7 +16,9 @@ constexpr wchar_t ReaderName[] = L"CQParamSeaTypedTable< T >::ReadTable()";
 RowReader RowsOf(CLake::CNode const& section, wchar_t const* tag) {
     return [&section, tag](std::span<Field const> fields, AddRow const& add) {
         bool all_good = true;
+        RowProgress progress;
         for (auto node = section.begin_unnamed(); node != section.end_unnamed(); ++node) {
+            progress.AddRow();
             LakeText const line = (*node)->value_text();
             if (line.Visit([&](auto text) { return ReadLine(text, fields); })) {
                 add();
@@ -31,7 +34,9 @@ RowReader RowsOf(CLake::CNode const& section, wchar_t const* tag) {
 RowReader RowsOf(ParamDb::CDbTable const& table, wchar_t const* tag) {
     return [&table, tag](std::span<Field const> fields, AddRow const& add) {
         bool all_good = true;
+        RowProgress progress;
         for (ParamDb::row_t const& row : table) {
+            progress.AddRow();
             std::size_t taken = 0;
             try {
                 if (ReadCells(row, fields, taken)) {
