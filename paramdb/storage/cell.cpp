@@ -1,11 +1,11 @@
-#include <paramdb/storage/cell.h>
-
 #include <paramdb/platform/numeric/truncate.h>
+#include <paramdb/storage/cell.h>
 
 #include <type_traits>
 
 namespace ParamDb {
-template <class Integer> Integer ToInteger(cell_t const& cell) {
+template <class Integer>
+Integer ToInteger(cell_t const& cell) {
     return std::visit(
         [](auto const& value) -> Integer {
             using Value = std::decay_t<decltype(value)>;
@@ -27,7 +27,8 @@ template std::int32_t ToInteger(cell_t const&);
 template std::uint32_t ToInteger(cell_t const&);
 template std::int64_t ToInteger(cell_t const&);
 
-template <class Float> Float ToFloat(cell_t const& cell) {
+template <class Float>
+Float ToFloat(cell_t const& cell) {
     return std::visit(
         [](auto const& value) -> Float {
             if constexpr (std::is_arithmetic_v<std::decay_t<decltype(value)>>)
@@ -41,6 +42,8 @@ template <class Float> Float ToFloat(cell_t const& cell) {
 template float ToFloat(cell_t const&);
 template double ToFloat(cell_t const&);
 
-std::wstring const& ToText(cell_t const& cell) { return std::get<std::wstring>(cell); }
+std::wstring const& ToText(cell_t const& cell) {
+    return std::get<std::wstring>(cell);
+}
 
 } // namespace ParamDb

@@ -72,8 +72,7 @@ void CLake::CopyLines(CLake const& other, list& copies, std::vector<TextBlock>& 
     std::size_t size = 0;
     for (CNode const& line : other)
         size += line.byte_count();
-    texts.push_back(std::make_unique_for_overwrite<char[]>(size));
-    char* bytes = texts.back().get();
+    char* bytes = texts.emplace_back(size).chars();
     for (CNode const& line : other) {
         CNode& copy = copies.emplace_back();
         copy.copy_line(line, bytes);
@@ -82,8 +81,8 @@ void CLake::CopyLines(CLake const& other, list& copies, std::vector<TextBlock>& 
 }
 
 void CLake::RepairCopies(CLake const& other, iterator copies) {
-    // A copied line that linking gave no records, because its key is known or a stray closing line stands before it,
-    // takes those of its source: as positions in this list, never in the other one.
+    // A copied line that linking gave no records, because its key is known or a stray closing line stands
+    // before it, takes those of its source: as positions in this list, never in the other one.
     std::unordered_map<CNode const*, iterator> copy_of;
     auto const translate = [&](CNode::position& position) {
         if (position == CNode::position())

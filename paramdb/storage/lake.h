@@ -17,12 +17,12 @@
 // Threads: const members may run in several threads at once, the others must run alone.
 #pragma once
 
+#include <paramdb/platform/core/large_block.h>
 #include <paramdb/platform/framework/cstring.h>
 #include <paramdb/storage/lake_node.h>
 #include <paramdb/storage/node_pool.h>
 
 #include <cstddef>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -83,7 +83,7 @@ public:
     const_iterator end() const { return m_collection.end(); }
 
 private:
-    using TextBlock = std::unique_ptr<char[]>;
+    using TextBlock = paramdb::LargeBlock;
 
     void SetLines(TextBlock bytes, std::size_t size);
     void Append(CLake const& other);

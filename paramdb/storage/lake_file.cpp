@@ -11,32 +11,32 @@ namespace {
 
 // The bytes of a file, taken in one pass.
 struct FileText {
-    std::unique_ptr<char[]> bytes;
+    paramdb::LargeBlock bytes;
     std::size_t size = 0;
     bool complete = true; // false: reading failed behind the bytes
 };
 
 FileText ReadAll(CFile& file) {
     constexpr std::size_t chunk = std::size_t{1} << 30;
-    // One byte more than the file is long, so that the read that meets the end needs no further room. The length is
-    // a guess: other programs may write the file meanwhile, and a pipe has none.
+    // One byte more than the file is long, so that the read that meets the end needs no further room. The
+    // length is a guess: other programs may write the file meanwhile, and a pipe has none.
     std::size_t capacity = 4096;
     try {
         capacity = std::max(capacity, static_cast<std::size_t>(file.GetLength()) + 1);
     } catch (CFileException const&) {
     }
-    FileText text{std::make_unique_for_overwrite<char[]>(capacity)};
+    FileText text{paramdb::LargeBlock(capacity)};
     for (;;) {
         if (text.size == capacity) {
-            auto larger = std::make_unique_for_overwrite<char[]>(capacity * 2);
-            std::memcpy(larger.get(), text.bytes.get(), text.size);
+            paramdb::LargeBlock larger(capacity * 2);
+            std::memcpy(larger.data(), text.bytes.data(), text.size);
             text.bytes = std::move(larger);
             capacity *= 2;
         }
         std::size_t taken = 0;
         std::size_t const wanted = std::min(capacity - text.size, chunk);
         try {
-            taken = file.Read(text.bytes.get() + text.size, static_cast<unsigned>(wanted));
+            taken = file.Read(text.bytes.data() + text.size, static_cast<unsigned>(wanted));
         } catch (CFileException const&) {
             text.complete = false;
             return text;
@@ -47,8 +47,8 @@ FileText ReadAll(CFile& file) {
     }
 }
 
-// Collects output in a buffer on its way to a file. After a failure, or a character that has no byte, it swallows
-// everything.
+// Collects output in a buffer on its way to a file. After a failure, or a character that has no byte, it
+// swallows everything.
 class LakePrinter {
 public:
     explicit LakePrinter(CFile& file) : m_file(file) { m_buffer.reserve(BufferSize); }
@@ -117,7 +117,7 @@ bool CLake::read(CString const& name) {
         FileText text = ReadAll(file);
         complete = text.complete;
         // A failed read leaves half a line behind it, which does not count.
-        while (!complete && text.size > 0 && text.bytes[text.size - 1] != '\n')
+        while (!complete && text.size > 0 && text.bytes.chars()[text.size - 1] != '\n')
             --text.size;
         SetLines(std::move(text.bytes), text.size);
     }
@@ -127,10 +127,10 @@ bool CLake::read(CString const& name) {
 }
 
 void CLake::SetLines(TextBlock bytes, std::size_t size) {
-    // Old lines are overwritten in place, so that the blocks of their nodes serve again. Their bytes are kept until
-    // no line refers to them any more.
+    // Old lines are overwritten in place, so that the blocks of their nodes serve again. Their bytes are kept
+    // until no line refers to them any more.
     m_texts.push_back(std::move(bytes));
-    char const* next = m_texts.back().get();
+    char const* next = m_texts.back().chars();
     char const* const text_end = next + size;
     iterator line = std::next(begin());
     for (; next != text_end && line != end(); ++line) {

@@ -1,5 +1,4 @@
 #include <paramdb/storage/lake_line.h>
-
 #include <paramdb/storage/white_space.h>
 
 #include <array>

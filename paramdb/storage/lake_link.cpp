@@ -1,6 +1,7 @@
 // Laying the tree of sections over the flat list.
 //
-// A section may be nested as deep as the file has lines, so the walk keeps the open sections on a stack of its own.
+// A section may be nested as deep as the file has lines, so the walk keeps the open sections on a stack of
+// its own.
 #include <paramdb/storage/lake_node.h>
 
 void CLakeNode::begin_section(position first) {

@@ -15,7 +15,9 @@ CLakeNode::CLakeNode(list* collection, std::wstring key, std::wstring value, std
     m_texts = new WideTexts{std::move(key), std::move(value), std::move(comment)};
 }
 
-CLakeNode::CLakeNode(CLakeNode const& other) : NodeLinks(other) { *this = other; }
+CLakeNode::CLakeNode(CLakeNode const& other) : NodeLinks(other) {
+    *this = other;
+}
 
 CLakeNode& CLakeNode::operator=(CLakeNode const& other) {
     if (this == &other)
@@ -37,8 +39,12 @@ CLakeNode& CLakeNode::operator=(std::wstring text) {
     return *this;
 }
 
-void CLakeNode::value(std::wstring text) { own_texts().value = std::move(text); }
-void CLakeNode::comment(std::wstring text) { own_texts().comment = std::move(text); }
+void CLakeNode::value(std::wstring text) {
+    own_texts().value = std::move(text);
+}
+void CLakeNode::comment(std::wstring text) {
+    own_texts().comment = std::move(text);
+}
 
 LakeText CLakeNode::key_text() const {
     if (!holds_bytes())
@@ -63,8 +69,8 @@ CLakeNode::WideTexts const& CLakeNode::wide() const {
         return *texts;
     auto const first = LakeText(first_bytes()).wide();
     auto const second = LakeText(second_bytes()).wide();
-    auto texts = std::make_unique<WideTexts>(m_is_named ? WideTexts{first, second, {}}
-                                                        : WideTexts{{}, first, second});
+    auto texts =
+        std::make_unique<WideTexts>(m_is_named ? WideTexts{first, second, {}} : WideTexts{{}, first, second});
     WideTexts* winner = nullptr;
     if (m_texts.compare_exchange_strong(winner, texts.get(), std::memory_order_acq_rel))
         winner = texts.release();
@@ -111,7 +117,8 @@ void CLakeNode::copy_line(CLakeNode const& other, char*& bytes) {
         bytes = std::ranges::copy(other.first_bytes(), bytes).out;
         std::string_view const second(bytes, other.m_second_length);
         bytes = std::ranges::copy(other.second_bytes(), bytes).out;
-        set_line(other.m_is_named ? paramdb::LakeLine{first, second, {}} : paramdb::LakeLine{{}, first, second});
+        set_line(other.m_is_named ? paramdb::LakeLine{first, second, {}}
+                                  : paramdb::LakeLine{{}, first, second});
     } else {
         m_texts = new WideTexts(other.wide());
         m_is_named = other.m_is_named;
@@ -232,7 +239,9 @@ void CLakeNode::remove_line(position line) {
         m_section->section_end = next;
 }
 
-std::wstring CLakeNodeProxy::text() const { return found() ? position->value_text().wide() : std::wstring(); }
+std::wstring CLakeNodeProxy::text() const {
+    return found() ? position->value_text().wide() : std::wstring();
+}
 
 std::int32_t CLakeNodeProxy::number() const {
     std::wistringstream stream(text());

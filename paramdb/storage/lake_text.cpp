@@ -7,7 +7,8 @@ namespace paramdb {
 std::wstring LakeText::wide() const {
     return Visit([](auto text) {
         std::wstring result(text.size(), L'\0');
-        std::transform(text.begin(), text.end(), result.begin(), [](auto character) { return Widen(character); });
+        std::transform(text.begin(), text.end(), result.begin(),
+                       [](auto character) { return Widen(character); });
         return result;
     });
 }

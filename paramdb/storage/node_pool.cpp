@@ -7,7 +7,7 @@ namespace paramdb {
 namespace {
 
 constexpr std::size_t FirstBlockSlots = 16;
-constexpr std::size_t LargestBlockSlots = 16384;
+constexpr std::size_t LargestBlockSlots = 65536;
 
 } // namespace
 
@@ -22,7 +22,7 @@ void NodePool::Free(void* slot) noexcept {
         return;
     m_free = nullptr;
     m_blocks.resize(1);
-    m_next = m_blocks.front().get();
+    m_next = m_blocks.front().data();
     m_block_end = m_next + FirstBlockSlots * m_slot_size;
 }
 
@@ -36,9 +36,8 @@ void* NodePool::Reuse() noexcept {
 void NodePool::AddBlock() {
     std::size_t const doublings = std::min<std::size_t>(m_blocks.size(), 16);
     std::size_t const size = std::min(FirstBlockSlots << doublings, LargestBlockSlots) * m_slot_size;
-    auto block = std::make_unique_for_overwrite<std::byte[]>(size);
-    m_blocks.push_back(std::move(block));
-    m_next = m_blocks.back().get();
+    m_blocks.reserve(m_blocks.size() + 1);
+    m_next = m_blocks.emplace_back(size).data();
     m_block_end = m_next + size;
 }
 

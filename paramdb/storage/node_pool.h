@@ -5,8 +5,9 @@
 // fail.
 #pragma once
 
+#include <paramdb/platform/core/large_block.h>
+
 #include <cstddef>
-#include <memory>
 #include <vector>
 
 namespace paramdb {
@@ -47,7 +48,7 @@ private:
     FreeSlot* m_free = nullptr;
     std::byte* m_next = nullptr;
     std::byte* m_block_end = nullptr;
-    std::vector<std::unique_ptr<std::byte[]>> m_blocks;
+    std::vector<LargeBlock> m_blocks;
 };
 
 } // namespace paramdb

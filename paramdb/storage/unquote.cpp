@@ -1,5 +1,4 @@
 #include <paramdb/storage/unquote.h>
-
 #include <paramdb/storage/white_space.h>
 
 #include <algorithm>

@@ -1,0 +1,27 @@
+// Memory in large pieces, which the system is asked to back by large pages where it knows them: touching a fresh piece
+// then costs a page fault for each 2 MB instead of each 4 KB.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+
+namespace paramdb {
+
+// Owns a piece of uninitialised memory, aligned for any object of at most the alignment of std::max_align_t.
+class LargeBlock {
+public:
+    LargeBlock() = default;
+    // Throws std::bad_alloc.
+    explicit LargeBlock(std::size_t size);
+
+    std::byte* data() const { return m_memory.get(); }
+    char* chars() const { return reinterpret_cast<char*>(m_memory.get()); }
+
+private:
+    struct Release {
+        void operator()(std::byte* memory) const noexcept;
+    };
+    std::unique_ptr<std::byte, Release> m_memory;
+};
+
+} // namespace paramdb
