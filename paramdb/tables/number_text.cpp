@@ -2,6 +2,7 @@
 #include <paramdb/tables/number_text.h>
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
@@ -48,8 +49,9 @@ struct IntegerText {
         std::size_t const digits = position;
         for (; position < text.size() && IsDigit(text[position]); ++position) {
             auto const digit = static_cast<std::uint64_t>(text[position] - Character('0'));
-            constexpr std::uint64_t most = std::numeric_limits<std::uint64_t>::max();
-            overflow = overflow || magnitude > (most - digit) / 10;
+            constexpr std::uint64_t safe = std::numeric_limits<std::uint64_t>::max() / 10;
+            // At the safe limit itself the last digit could still be too large; no field takes such numbers.
+            overflow = overflow || magnitude >= safe;
             magnitude = magnitude * 10 + digit;
         }
         if (position > digits)
@@ -91,14 +93,12 @@ public:
     FloatText& operator=(FloatText const&) = delete;
     template <class Character>
     explicit FloatText(std::basic_string_view<Character> text) {
-        if (std::size_t const length = WordLength(text, "infinity"); length > 0)
-            Set(Form::Infinity, length);
-        else if (std::size_t const short_length = WordLength(text, "inf"); short_length > 0)
-            Set(Form::Infinity, short_length);
-        else if (WordLength(text, "nan") > 0)
+        char const first = text.empty() ? '\0' : Lower(text[0]);
+        if (first == 'i')
+            ScanInfinity(text);
+        else if (first == 'n' && StartsWith(text, "nan"))
             Set(Form::NotANumber, 3 + PayloadLength(text.substr(3)));
-        else if (text.size() > 2 && Narrow(text[0]) == '0' && Lower(text[1]) == 'x' &&
-                 ScanDigits(text, 2, true))
+        else if (first == '0' && text.size() > 2 && Lower(text[1]) == 'x' && ScanDigits(text, 2, true))
             m_form = Form::Hexadecimal;
         else if (ScanDigits(text, 0, false))
             m_form = Form::Decimal;
@@ -119,6 +119,8 @@ public:
         default:
             break;
         }
+        if (T const exact = ExactValue<T>(); exact != 0)
+            return exact;
         T value = 0;
         auto const format = m_form == Form::Hexadecimal ? std::chars_format::hex : std::chars_format::general;
         auto const result =
@@ -129,6 +131,26 @@ public:
     }
 
 private:
+    // The value of a short decimal: an integer and a power of ten that T holds exactly, so that the one
+    // operation on them rounds as the number would. 0 for any other.
+    template <class T>
+    T ExactValue() const {
+        constexpr int powers = std::is_same_v<T, float> ? 10 : 22;
+        constexpr std::uint64_t largest = std::uint64_t{1} << std::numeric_limits<T>::digits;
+        static constexpr auto power_of_ten = [] {
+            std::array<T, powers + 1> table{1};
+            for (std::size_t power = 1; power < table.size(); ++power)
+                table[power] = table[power - 1] * 10;
+            return table;
+        }();
+        long long const exponent = m_exponent - m_digits_behind_point;
+        if (m_form != Form::Decimal || m_mantissa > largest || exponent < -powers || exponent > powers)
+            return 0;
+        auto const mantissa = static_cast<T>(m_mantissa);
+        return exponent < 0 ? mantissa / power_of_ten[static_cast<std::size_t>(-exponent)]
+                            : mantissa * power_of_ten[static_cast<std::size_t>(exponent)];
+    }
+
     template <class Character>
     static char Narrow(Character character) {
         return character >= Character(0) && character < Character(0x7F) ? static_cast<char>(character) : '\0';
@@ -139,12 +161,18 @@ private:
         return narrow >= 'A' && narrow <= 'Z' ? static_cast<char>(narrow - 'A' + 'a') : narrow;
     }
     template <class Character>
-    static std::size_t WordLength(std::basic_string_view<Character> text, std::string_view word) {
-        if (text.size() < word.size())
-            return 0;
-        bool const equal = std::equal(word.begin(), word.end(), text.begin(),
-                                      [](char a, Character b) { return a == Lower(b); });
-        return equal ? word.size() : 0;
+    static bool StartsWith(std::basic_string_view<Character> text, std::string_view word) {
+        return text.size() >= word.size() && std::equal(word.begin(), word.end(), text.begin(),
+                                                        [](char a, Character b) { return a == Lower(b); });
+    }
+    template <class Character>
+    void ScanInfinity(std::basic_string_view<Character> text) {
+        for (std::string_view const word : {"infinity", "inf"}) {
+            if (!StartsWith(text, word))
+                continue;
+            Set(Form::Infinity, word.size());
+            return;
+        }
     }
     // The length of a parenthesised tail of letters, digits and underscores.
     template <class Character>
@@ -180,6 +208,10 @@ private:
                 break;
             has_digit = true;
             has_value = has_value || character != '0';
+            if (m_mantissa <= LongestMantissa)
+                m_mantissa = m_mantissa * 10 + static_cast<std::uint64_t>(character - '0');
+            if (has_point)
+                ++m_digits_behind_point;
             if (has_value && !has_point)
                 ++before_point;
             else if (!has_value && has_point)
@@ -187,8 +219,8 @@ private:
         }
         if (!has_digit)
             return false;
-        long long const exponent = ScanExponent(text, position, hexadecimal ? 'p' : 'e');
-        m_leading_exponent = before_point * (hexadecimal ? 4 : 1) + exponent;
+        m_exponent = ScanExponent(text, position, hexadecimal ? 'p' : 'e');
+        m_leading_exponent = before_point * (hexadecimal ? 4 : 1) + m_exponent;
         m_size = position;
         auto const digits = text.substr(begin, position - begin);
         if constexpr (std::is_same_v<Character, char>) {
@@ -223,6 +255,11 @@ private:
     std::size_t m_size = 0;
     std::string_view m_digits; // in the source, or in the narrowed copy of a wide one
     std::string m_narrowed;
+    // A mantissa above this takes no further digits, and is too long for ExactValue.
+    static constexpr std::uint64_t LongestMantissa = std::uint64_t{1} << 58;
+    std::uint64_t m_mantissa = 0; // of a decimal number, all digits without the point
+    long long m_digits_behind_point = 0;
+    long long m_exponent = 0;         // the one that is written
     long long m_leading_exponent = 0; // above 0 for numbers of 1 and more, about the power of the first digit
 };
 

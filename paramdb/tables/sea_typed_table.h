@@ -80,7 +80,9 @@ private:
         std::ranges::copy(paramdb::Fields(row), std::ranges::copy(paramdb::Fields(key), fields.begin()).out);
         if constexpr (IsVector) {
             typename T::Filler filler(*this);
-            return read_rows(fields, [&] { filler.Add(key, row); });
+            bool const all_good = read_rows(fields, [&] { filler.Add(key, row); });
+            filler.Finish();
+            return all_good;
         } else {
             return read_rows(fields, [&] { Insert(key, row); });
         }

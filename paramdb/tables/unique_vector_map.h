@@ -67,19 +67,23 @@ public:
     iterator lower_bound(K const& key) { return LowerBound(*this, key); }
     const_iterator lower_bound(K const& key) const { return LowerBound(*this, key); }
 
-    // Takes rows in any order and has them sorted when it ends, with the same result as inserting them one by
+    // Takes rows in any order and has them sorted at Finish, with the same result as inserting them one by
     // one: of several rows with one key the first stays. The map must not be used meanwhile.
     class Filler {
     public:
         explicit Filler(CUniqueVectorMap& map) : m_map(&map) {}
         Filler(Filler const&) = delete;
         Filler& operator=(Filler const&) = delete;
-        ~Filler() { Settle(); }
+        // Without Finish the map is left empty if it is out of order.
+        ~Filler() {
+            if (!m_is_sorted)
+                m_map->clear();
+        }
 
         void Add(K const& key, V const& row) {
             // A key with a NaN differs from itself: its place depends on the rows before it alone.
             if (key != key) { // NOLINT(misc-redundant-expression)
-                Settle();
+                Finish();
                 m_one_by_one = true;
             }
             if (m_one_by_one) {
@@ -92,22 +96,23 @@ public:
             rows.emplace_back(key, row);
         }
 
-    private:
-        void Settle() {
-            if (std::exchange(m_is_sorted, true))
+        // Puts the rows into order.
+        void Finish() {
+            if (m_is_sorted)
                 return;
             Vector& rows = *m_map;
-            auto const order =
-                paramdb::StableUniqueOrder(rows.size(), [&rows](std::size_t left, std::size_t right) {
-                    return Less()(rows[left].first, rows[right].first);
-                });
+            paramdb::SortOrder<K, Less> order;
+            order.Reserve(rows.size());
+            for (value_type const& row : rows)
+                order.Add(row.first);
             Vector sorted;
             sorted.reserve(rows.capacity());
-            for (std::size_t const index : order)
-                sorted.push_back(std::move(rows[index]));
+            order.ForEach([&](std::size_t position) { sorted.push_back(std::move(rows[position])); });
             rows.swap(sorted);
+            m_is_sorted = true;
         }
 
+    private:
         CUniqueVectorMap* m_map;
         bool m_is_sorted = true;
         bool m_one_by_one = false;
