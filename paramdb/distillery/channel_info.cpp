@@ -27,7 +27,7 @@ public:
             m_ids.push_back(parent.get<"referred_id">());
         }
         std::ranges::sort(m_ids);
-        m_ids.erase(std::ranges::unique(m_ids).begin(), m_ids.end());
+        m_ids.erase(std::unique(m_ids.begin(), m_ids.end()), m_ids.end());
 
         for (int const id : m_ids) {
             auto const property = tables.ChannelProperty.find(id);

@@ -1,0 +1,83 @@
+#include <paramdb/keys/index_keys.h>
+#include <paramdb/tables/unique_tree_map.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <functional>
+#include <gtest/gtest.h>
+#include <map>
+#include <memory_resource>
+#include <random>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using Map = CUniqueTreeMap<int, std::string>;
+
+TEST(UniqueTreeMap, LivesInOnePool) {
+    EXPECT_EQ(&paramdb::TreeMemory(), &paramdb::TreeMemory());
+    EXPECT_EQ(Map().get_allocator().resource(), &paramdb::TreeMemory());
+    EXPECT_EQ((CUniqueTreeMap<QIdx1, QIdxName>().get_allocator().resource()), &paramdb::TreeMemory());
+    EXPECT_NE(dynamic_cast<std::pmr::unsynchronized_pool_resource*>(&paramdb::TreeMemory()), nullptr);
+    EXPECT_TRUE(
+        (std::is_base_of_v<std::map<int, std::string, std::less<int>,
+                                    std::pmr::polymorphic_allocator<std::pair<int const, std::string>>>,
+                           Map>));
+}
+
+TEST(UniqueTreeMap, TheFirstRowOfAKeyStays) {
+    Map map;
+    for (auto const& [key, row] :
+         std::vector<std::pair<int, std::string>>{{3, "c"}, {1, "a"}, {2, "b"}, {1, "d"}})
+        map.insert({key, row});
+    EXPECT_EQ((std::vector<std::pair<int, std::string>>(map.begin(), map.end())),
+              (std::vector<std::pair<int, std::string>>{{1, "a"}, {2, "b"}, {3, "c"}}));
+    EXPECT_EQ(map.find(4), map.end());
+}
+
+TEST(UniqueTreeMap, RowsStayWhereTheyAre) {
+    CUniqueTreeMap<QIdx1, QIdxName> map;
+    std::vector<QIdxName const*> places;
+    for (int id = 0; id < 1000; id += 2)
+        places.push_back(&map.emplace(QIdx1(id), QIdxName(std::to_wstring(id).c_str())).first->second);
+    for (int id = 1; id < 1000; id += 2)
+        map.emplace(QIdx1(id), QIdxName(L"between"));
+    for (int id = 1; id < 1000; id += 4)
+        map.erase(QIdx1(id));
+    for (int id = 0; id < 1000; id += 2) {
+        EXPECT_EQ(&map.at(QIdx1(id)), places[static_cast<std::size_t>(id / 2)]);
+        EXPECT_EQ(map.at(QIdx1(id)).name().view(), std::to_wstring(id));
+    }
+}
+
+TEST(UniqueTreeMap, SeveralTreesShareThePool) {
+    std::mt19937 random(4);
+    Map maps[3];
+    std::map<int, std::string> models[3];
+    for (int step = 0; step < 20000; ++step) {
+        std::size_t const which = random() % 3;
+        int const key = static_cast<int>(random() % 200);
+        switch (random() % 8) {
+        case 0:
+            ASSERT_EQ(maps[which].erase(key), models[which].erase(key));
+            break;
+        case 1:
+            if (random() % 50 == 0) {
+                maps[which].clear();
+                models[which].clear();
+            }
+            break;
+        default:
+            ASSERT_EQ(maps[which].insert({key, std::to_string(step)}).second,
+                      models[which].insert({key, std::to_string(step)}).second);
+        }
+    }
+    for (std::size_t which = 0; which < 3; ++which)
+        EXPECT_TRUE(
+            std::equal(maps[which].begin(), maps[which].end(), models[which].begin(), models[which].end()));
+}
+
+} // namespace
