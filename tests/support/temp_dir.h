@@ -33,7 +33,7 @@ public:
     }
 
     std::filesystem::path const& path() const { return m_path; }
-    /// The path of a file in the folder; the name is UTF-8.
+    // The path of a file in the folder; the name is UTF-8.
     std::filesystem::path operator/(std::u8string_view name) const {
         return m_path / std::filesystem::path(name);
     }
@@ -42,7 +42,7 @@ private:
     std::filesystem::path m_path;
 };
 
-/// The path as wide text, one UTF-16 code unit in each character.
+// The path as wide text, one UTF-16 code unit in each character.
 inline std::wstring WideName(std::filesystem::path const& path) {
     std::u16string const units = path.u16string();
     return {units.begin(), units.end()};
