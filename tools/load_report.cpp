@@ -116,7 +116,8 @@ void PrintText(std::ostream& out, Load const& load) {
     if (load.result != LoadResult::Refused)
         AddTexts(table, load.texts);
     if (load.tables)
-        table.Add({"Tables", Grouped(load.tables->tables) + " with " + Grouped(load.tables->rows) + " rows"});
+        table.Add({"Tables", Grouped(load.tables->tables) + " of " + Grouped(load.tables->all_tables) +
+                                 " with " + Grouped(load.tables->rows) + " rows"});
     AddMessages(table, load.messages);
     AddTimes(table, load, total);
     table.Print(out);
@@ -164,6 +165,7 @@ Json JsonTotals(SourceFile const& total, std::optional<TableTotals> const& table
             {"lines", total.lines},
             {"sections", total.sections},
             {"tables", tables ? Json(tables->tables) : Json(nullptr)},
+            {"all_tables", tables ? Json(tables->all_tables) : Json(nullptr)},
             {"rows", tables ? Json(tables->rows) : Json(nullptr)}};
 }
 

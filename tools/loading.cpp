@@ -23,6 +23,17 @@ LoadResult ResultOf(bool complete, MessageCounts const& messages) {
     return CountOfStyle(messages, RefusalStyle) > 0 ? LoadResult::Refused : LoadResult::Incomplete;
 }
 
+TableTotals CountRows(CQtParamInstance const& parameters) {
+    TableTotals totals;
+    for (CatalogueEntry const& table : parameters.Entries()) {
+        std::size_t const rows = table.rows->RowCount();
+        totals.tables += rows > 0 ? 1 : 0;
+        totals.rows += rows;
+        ++totals.all_tables;
+    }
+    return totals;
+}
+
 } // namespace
 
 std::optional<Load> LoadFiles(std::vector<std::string> const& files, std::ostream& err) {
@@ -49,6 +60,8 @@ std::optional<Load> LoadFiles(std::vector<std::string> const& files, std::ostrea
     load.texts.calib_file = parameters.CalibFileName();
     load.texts.base_type = parameters.BaseType();
     load.texts.alias_type = parameters.AliasType();
+    if (load.result != LoadResult::Refused)
+        load.tables = CountRows(parameters);
     return load;
 }
 

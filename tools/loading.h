@@ -21,6 +21,7 @@ enum class LoadResult {
 
 struct TableTotals {
     std::uint64_t tables = 0; // those that hold a row
+    std::uint64_t all_tables = 0;
     std::uint64_t rows = 0;
 };
 
@@ -37,7 +38,7 @@ struct Load {
     std::int32_t minor = 0;
     LoadResult result = LoadResult::Refused;
     NamedTexts texts;                  // empty after a refusal
-    std::optional<TableTotals> tables; // none where nobody has counted
+    std::optional<TableTotals> tables; // none after a refusal
     MessageCounts messages;
     double load_seconds = 0; // without the reading of the files
 };

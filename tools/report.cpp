@@ -16,12 +16,6 @@ bool IsControl(wchar_t unit) {
     return unit < 0x20 || (unit >= 0x7F && unit < 0xA0);
 }
 
-// The number of characters: bytes that do not continue one.
-std::size_t WidthOf(std::string const& text) {
-    auto const begins = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; };
-    return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), begins));
-}
-
 } // namespace
 
 void AddFormatOption(CLI::App& verb, ReportFormat& format) {
@@ -38,6 +32,12 @@ std::string Printable(std::wstring_view text) {
     std::wstring shown(text);
     std::replace_if(shown.begin(), shown.end(), IsControl, L'\xFFFD');
     return ToUtf8(shown);
+}
+
+std::size_t TextWidth(std::string_view text) {
+    // Bytes that do not continue a character.
+    auto const begins = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80U; };
+    return static_cast<std::size_t>(std::ranges::count_if(text, begins));
 }
 
 std::string Grouped(std::uint64_t number) {
@@ -68,12 +68,12 @@ void TextTable::Print(std::ostream& out) const {
     std::vector<std::size_t> widths(m_columns.size());
     for (auto const& line : m_lines) {
         for (std::size_t column = 0; column < line.size(); ++column)
-            widths[column] = std::max(widths[column], WidthOf(line[column]));
+            widths[column] = std::max(widths[column], TextWidth(line[column]));
     }
     for (auto const& cells : m_lines) {
         std::string line;
         for (std::size_t column = 0; column < cells.size(); ++column) {
-            std::string const padding(widths[column] - WidthOf(cells[column]), ' ');
+            std::string const padding(widths[column] - TextWidth(cells[column]), ' ');
             bool const right = m_columns[column] == Align::Right;
             line += (column == 0 ? "" : "  ") + (right ? padding + cells[column] : cells[column] + padding);
         }

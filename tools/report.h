@@ -1,6 +1,7 @@
 // Putting an answer on the screen: as text with aligned columns, or as JSON.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <iosfwd>
 #include <nlohmann/json_fwd.hpp>
@@ -22,6 +23,9 @@ void AddFormatOption(CLI::App& verb, ReportFormat& format);
 // A text of the data, or a file name, for the terminal: UTF-8, with U+FFFD in place of control characters,
 // which could otherwise play tricks there.
 std::string Printable(std::wstring_view text);
+
+// The number of characters of a UTF-8 text.
+std::size_t TextWidth(std::string_view text);
 
 // A count with its digits in groups of three: "12 345".
 std::string Grouped(std::uint64_t number);

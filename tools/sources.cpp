@@ -105,6 +105,12 @@ void AddFilesArgument(CLI::App& verb, std::vector<std::string>& files) {
         ->type_name("");
 }
 
+bool IsFile(std::string const& name) {
+    std::error_code fault;
+    auto const status = std::filesystem::status(PathOf(name), fault);
+    return std::filesystem::exists(status) && !std::filesystem::is_directory(status);
+}
+
 std::optional<Sources> ReadSources(std::vector<std::string> const& files, std::ostream& err) {
     CLake& lake = CParameterLake::Lake();
     lake.clear();

@@ -29,6 +29,9 @@ struct Sources {
 // Adds the argument FILE..., at least one, to a verb.
 void AddFilesArgument(CLI::App& verb, std::vector<std::string>& files);
 
+// Whether there is a file of that name; a folder is none.
+bool IsFile(std::string const& name);
+
 // Makes the process-wide lake hold these files, the first one read and the others merged into it in their
 // order. If any of them is at fault, each of those gets a line "paramdb: FILE: reason" on the stream, the
 // lake is left empty and the result is none. At fault is a file that cannot be read, that is empty, or that

@@ -4,15 +4,22 @@
 
 #include <paramdb/platform/core/utf8.h>
 
+#include <cstdio>
+#include <fcntl.h>
+#include <io.h>
 #include <windows.h>
 
 namespace paramdb::tools {
 
-Utf8Terminal::Utf8Terminal() : m_previous_code_page(GetConsoleOutputCP()) {
+Utf8Terminal::Utf8Terminal()
+    : m_previous_code_page(GetConsoleOutputCP()), m_previous_mode(_setmode(_fileno(stdout), _O_BINARY)) {
     SetConsoleOutputCP(CP_UTF8);
 }
 
 Utf8Terminal::~Utf8Terminal() {
+    std::fflush(stdout);
+    if (m_previous_mode != -1)
+        _setmode(_fileno(stdout), m_previous_mode);
     if (m_previous_code_page != 0)
         SetConsoleOutputCP(m_previous_code_page);
 }

@@ -6,7 +6,8 @@
 
 namespace paramdb::tools {
 
-// Makes the terminal show UTF-8 as long as an object lives. Only a Windows console has to be told.
+// Makes the terminal show UTF-8, and standard output take bytes as they are, as long as an object lives. Only
+// Windows has to be told: it would add a CR to every LF.
 class Utf8Terminal {
 public:
     Utf8Terminal();
@@ -16,6 +17,7 @@ public:
 
 private:
     [[maybe_unused]] unsigned m_previous_code_page = 0;
+    [[maybe_unused]] int m_previous_mode = 0;
 };
 
 // The arguments of main without the program's name. On Windows those of main have lost every character that

@@ -5,10 +5,13 @@ namespace paramdb::tools {
 // A new verb is one more name in both lists. Each function stands in the file of its verb.
 using VerbMaker = std::unique_ptr<Verb>();
 VerbMaker MakeLoadVerb;
+VerbMaker MakeTablesVerb;
+VerbMaker MakeShowVerb;
+VerbMaker MakeDumpVerb;
 
 namespace {
 
-VerbMaker* const Makers[] = {MakeLoadVerb};
+VerbMaker* const Makers[] = {MakeLoadVerb, MakeTablesVerb, MakeShowVerb, MakeDumpVerb};
 
 } // namespace
 

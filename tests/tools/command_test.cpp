@@ -41,7 +41,8 @@ TEST(Command, Help) {
             "The parameter database of the test bench: load and examine parameter files.\n"
             "Usage: paramdb [OPTIONS] SUBCOMMAND\n"))
             << run.out;
-        EXPECT_NE(run.out.find("\n  load   "), std::string::npos) << run.out;
+        for (std::string const verb : {"load", "tables", "show", "dump"})
+            EXPECT_NE(run.out.find("\n  " + verb + "   "), std::string::npos) << run.out;
         EXPECT_TRUE(run.out.ends_with("\n" + Codes)) << run.out;
     }
 }

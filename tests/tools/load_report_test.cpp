@@ -55,7 +55,7 @@ TEST(LoadReportText, OfALoadWithFindings) {
     load.sources.files = {{"/dev/fd/63", std::nullopt, 1, 0}};
     load.result = LoadResult::Incomplete;
     load.texts.alias_type = L"Pr\u00FCfling";
-    load.tables = TableTotals{103, 3180};
+    load.tables = TableTotals{97, 103, 3180};
     load.messages = {{{8, 1}, 1}, {{8, 3}, 1234}, {{16, 7}, 2}};
     EXPECT_EQ(Text(load),
               "Bytes  Lines  Sections  File\n"
@@ -67,7 +67,7 @@ TEST(LoadReportText, OfALoadWithFindings) {
               "Calibration file  bench.cal\n"
               "Base type         GX-320\n"
               "Alias type        Pr\u00FCfling\n"
-              "Tables            103 with 3 180 rows\n"
+              "Tables            97 of 103 with 3 180 rows\n"
               "Messages          1 of category 8, style 1 (plain)\n"
               "                  1 234 of category 8, style 3 (fault in the data)\n"
               "                  2 of category 16, style 7\n"
@@ -98,7 +98,8 @@ TEST(LoadReportJson, OfACleanLoad) {
         "result": "complete",
         "texts": {"learn_file": "learn archive.arc", "calib_file": "bench.cal", "base_type": "GX-320",
                   "alias_type": ""},
-        "totals": {"bytes": 2500000, "lines": 41250, "sections": 109, "tables": null, "rows": null},
+        "totals": {"bytes": 2500000, "lines": 41250, "sections": 109, "tables": null, "all_tables": null,
+                   "rows": null},
         "messages": [],
         "seconds": {"read": 0.02, "load": 0.005, "total": 0.025},
         "throughput": {"megabytes_per_second": 100.0, "lines_per_second": 1650000.0}
@@ -110,13 +111,14 @@ TEST(LoadReportJson, OfALoadWithFindings) {
     Load load = CleanLoad();
     load.sources.files = {{"/dev/fd/63", std::nullopt, 1, 0}};
     load.result = LoadResult::Incomplete;
-    load.tables = TableTotals{103, 3180};
+    load.tables = TableTotals{97, 103, 3180};
     load.messages = {{{8, 1}, 1}, {{8, 3}, 1234}};
     auto const report = Json(load);
     EXPECT_EQ(report["sources"].dump(), R"([{"file":"/dev/fd/63","bytes":null,"lines":1,"sections":0}])");
     EXPECT_EQ(report["version"]["verdict"], "accepted");
     EXPECT_EQ(report["result"], "incomplete");
-    EXPECT_EQ(report["totals"].dump(), R"({"bytes":null,"lines":1,"sections":0,"tables":103,"rows":3180})");
+    EXPECT_EQ(report["totals"].dump(),
+              R"({"bytes":null,"lines":1,"sections":0,"tables":97,"all_tables":103,"rows":3180})");
     EXPECT_EQ(report["messages"].dump(),
               R"([{"category":8,"style":1,"count":1},{"category":8,"style":3,"count":1234}])");
     EXPECT_EQ(report["throughput"].dump(), R"({"megabytes_per_second":null,"lines_per_second":40.0})");

@@ -10,26 +10,32 @@ std::string const Base = "<DbDesign.CacheVersion>: 216\n"
                          "<QCalib><FCalibFileName>: bench.cal\n"
                          "<QType><FBaseName>: GX-320\n"
                          "<QType><FAliasName>: \"GX-320 \xC4\"\n"
-                         "<TExampleModes>: {\n"
+                         "<TMode>: {\n"
                          "\t1 \"Idle\"\n"
                          "\t2 \"Warm up\"\n"
-                         "} ; <TExampleModes>\n";
+                         "} ; the modes of tests\n";
 
 std::string const Later = "<DbDesign.CacheVersion>: 999\n"
                           "<QType><FBaseName>: other\n"
-                          "<TExampleModes>: {\n"
+                          "<TMode>: {\n"
                           "\t7 \"Shifting\"\n"
                           "}\n";
 
-std::string const Reported = "\n"
-                             "Version           216.1, accepted\n"
-                             "Learn file        learn archive.arc\n"
-                             "Calibration file  bench.cal\n"
-                             "Base type         GX-320\n"
-                             "Alias type        GX-320 \xC3\x84\n"
-                             "Messages          none\n"
-                             "Time ...\n"
-                             "Throughput ...\n";
+// The report behind the files, with that many rows in all.
+std::string Reported(int rows) {
+    return "\n"
+           "Version           216.1, accepted\n"
+           "Learn file        learn archive.arc\n"
+           "Calibration file  bench.cal\n"
+           "Base type         GX-320\n"
+           "Alias type        GX-320 \xC3\x84\n"
+           "Tables            1 of 103 with " +
+           std::to_string(rows) +
+           " rows\n"
+           "Messages          none\n"
+           "Time ...\n"
+           "Throughput ...\n";
+}
 
 using LoadVerbTest = CommandTest;
 
@@ -41,8 +47,8 @@ TEST_F(LoadVerbTest, ReportsACleanLoad) {
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.err, "");
     EXPECT_EQ(WithoutTimes(run.out), "Bytes  Lines  Sections  File\n"
-                                     "  263     10         1  " +
-                                         base + "\n" + Reported);
+                                     "  258     10         1  " +
+                                         base + "\n" + Reported(2));
 }
 
 TEST_F(LoadVerbTest, TheFirstVersionStandsAndTheLastTable) {
@@ -52,15 +58,15 @@ TEST_F(LoadVerbTest, TheFirstVersionStandsAndTheLastTable) {
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.err, "");
     EXPECT_EQ(WithoutTimes(run.out), "Bytes  Lines  Sections  File\n"
-                                     "  263     10         1  " +
+                                     "  258     10         1  " +
                                          base +
                                          "\n"
-                                         "   90      5         1  " +
+                                         "   82      5         1  " +
                                          later +
                                          "\n"
-                                         "  353     15         2  total\n" +
-                                         Reported);
-    auto const table = CParameterLake::Lake()[L"<TExampleModes>"].position;
+                                         "  340     15         2  total\n" +
+                                         Reported(1));
+    auto const table = CParameterLake::Lake()[L"<TMode>"].position;
     EXPECT_EQ((*table->begin_unnamed())->value(), L"7 \"Shifting\"");
 }
 
@@ -119,12 +125,12 @@ TEST_F(LoadVerbTest, ReportsInJson) {
     report.erase("seconds");
     report.erase("throughput");
     nlohmann::ordered_json expected = nlohmann::ordered_json::parse(R"({
-        "sources": [{"file": "", "bytes": 263, "lines": 10, "sections": 1}],
+        "sources": [{"file": "", "bytes": 258, "lines": 10, "sections": 1}],
         "version": {"major": 216, "minor": 1, "verdict": "accepted"},
         "result": "complete",
         "texts": {"learn_file": "learn archive.arc", "calib_file": "bench.cal", "base_type": "GX-320",
                   "alias_type": "GX-320 \u00C4"},
-        "totals": {"bytes": 263, "lines": 10, "sections": 1, "tables": null, "rows": null},
+        "totals": {"bytes": 258, "lines": 10, "sections": 1, "tables": 1, "all_tables": 103, "rows": 2},
         "messages": []
     })");
     expected["sources"][0]["file"] = base;

@@ -10,7 +10,14 @@ std::string const Good = "<DbDesign.CacheVersion>: 216\n"
                          "<QLearn><FLearnArcName>: \"learn archive\"\n"
                          "<QCalib><FCalibFileName>: bench.cal\n"
                          "<QType><FBaseName>: base\n"
-                         "<QType><FAliasName>: alias\n";
+                         "<QType><FAliasName>: alias\n"
+                         "<TMode>: {\n"
+                         "\t1 \"Idle\"\n"
+                         "\t2 \"Warm up\"\n"
+                         "}\n"
+                         "<TTrigger>: {\n"
+                         "\t1 \"Speed\" 1\n"
+                         "}\n";
 
 using LoadingTest = CommandTest;
 
@@ -36,6 +43,10 @@ TEST_F(LoadingTest, FillsEverything) {
     EXPECT_EQ(load->texts.calib_file, L"bench.cal");
     EXPECT_EQ(load->texts.base_type, L"base");
     EXPECT_EQ(load->texts.alias_type, L"alias");
+    ASSERT_TRUE(load->tables.has_value());
+    EXPECT_EQ(load->tables->tables, 2U);
+    EXPECT_EQ(load->tables->all_tables, 103U);
+    EXPECT_EQ(load->tables->rows, 3U);
     EXPECT_EQ(load->messages, MessageCounts());
     EXPECT_TRUE(CQtParamInstance().Initialized());
 }
@@ -50,6 +61,7 @@ TEST_F(LoadingTest, ForgetsTheLoadBefore) {
     EXPECT_EQ(refused->result, LoadResult::Refused);
     EXPECT_EQ(refused->texts.learn_file, L"");
     EXPECT_EQ(refused->texts.alias_type, L"");
+    EXPECT_FALSE(refused->tables.has_value());
     EXPECT_EQ(refused->messages, (MessageCounts{{{8, 4}, 1}}));
     EXPECT_FALSE(CQtParamInstance().Initialized());
 }
@@ -61,6 +73,17 @@ TEST_F(LoadingTest, AFaultyFileLeavesNothingLoaded) {
     EXPECT_FALSE(CQtParamInstance().Initialized());
     EXPECT_EQ(CQtParamInstance().BaseType(), L"");
     EXPECT_TRUE(CParameterLake::Lake().empty());
+}
+
+TEST_F(LoadingTest, CountsTheRowsOfAnIncompleteLoad) {
+    std::ostringstream err;
+    std::string const incongruent = Good + "<TApplicationSignal>: {\n\t1 \"Speed\"\n}\n";
+    auto const load = LoadFiles({File(u8"incongruent.lake", incongruent)}, err);
+    ASSERT_TRUE(load.has_value());
+    EXPECT_EQ(load->result, LoadResult::Incomplete);
+    ASSERT_TRUE(load->tables.has_value());
+    EXPECT_EQ(load->tables->tables, 3U);
+    EXPECT_EQ(load->tables->rows, 4U);
 }
 
 TEST_F(LoadingTest, ReadsTheFilesAlsoWhereATableSetIsFilled) {

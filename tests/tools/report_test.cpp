@@ -26,6 +26,13 @@ TEST(ReportText, PrintableKeepsTextAndHidesControls) {
         EXPECT_EQ(Printable(test.text), test.shown);
 }
 
+TEST(ReportText, WidthCountsCharacters) {
+    EXPECT_EQ(TextWidth(""), 0U);
+    EXPECT_EQ(TextWidth("gear"), 4U);
+    EXPECT_EQ(TextWidth("Pr\u00FCfstand"), 9U);
+    EXPECT_EQ(TextWidth("\xF0\x9F\x98\x80\uFFFD"), 2U);
+}
+
 TEST(ReportText, GroupedPutsDigitsInThrees) {
     struct Case {
         std::uint64_t number;

@@ -3,6 +3,7 @@
 
 #include <system_error>
 
+using paramdb::tools::IsFile;
 using paramdb::tools::ReadSources;
 using paramdb::tools::SourceFile;
 
@@ -144,4 +145,12 @@ TEST_F(SourcesTest, MergesAFileWithItself) {
     EXPECT_EQ(Read({name, name}), "");
     EXPECT_EQ(CParameterLake::Lake().size(), 10U);
     EXPECT_EQ(CParameterLake::Lake()[L"<T>"].position->unnamed_size(), 1U);
+}
+
+TEST_F(SourcesTest, TellsFilesFromOtherNames) {
+    EXPECT_TRUE(IsFile(File(u8"Pr\u00FCfstand.lake", "")));
+    EXPECT_FALSE(IsFile(Name(u8"missing.lake")));
+    EXPECT_FALSE(IsFile(Folder()));
+    EXPECT_FALSE(IsFile(""));
+    EXPECT_FALSE(IsFile("<TMode>"));
 }

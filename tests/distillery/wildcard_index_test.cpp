@@ -1,0 +1,202 @@
+#include <paramdb/distillery/wildcard_index.h>
+
+#include "derivation_support.h"
+
+#include <limits>
+
+using derivation::Random;
+using paramdb::WildcardIndex;
+
+namespace {
+
+using RowNumbers = std::vector<std::size_t>;
+
+constexpr int Lowest = std::numeric_limits<int>::min();
+constexpr int Highest = std::numeric_limits<int>::max();
+
+// One row after the other, one element after the other.
+RowNumbers MatchingRows(std::vector<QClavis> const& patterns, QClavis const& key) {
+    RowNumbers rows;
+    for (std::size_t row = 0; row < patterns.size(); ++row) {
+        bool matches = true;
+        for (std::size_t element = 0; element < 6; ++element)
+            if (patterns[row][element] != -1 && patterns[row][element] != key[element])
+                matches = false;
+        if (matches)
+            rows.push_back(row);
+    }
+    return rows;
+}
+
+TEST(WildcardIndex, EmptyFindsNothing) {
+    WildcardIndex index;
+    EXPECT_EQ(index.Find({1, 2, 3, 4, 5, 6}), RowNumbers());
+    EXPECT_EQ(index.Find({}), RowNumbers());
+}
+
+struct MatchCase {
+    QClavis pattern;
+    QClavis key;
+    bool matches;
+};
+
+TEST(WildcardIndex, OnePatternAndOneKey) {
+    MatchCase const cases[] = {
+        {{1, 2, 3, 4, 5, 6}, {1, 2, 3, 4, 5, 6}, true},
+        {{1, 2, 3, 4, 5, 6}, {0, 2, 3, 4, 5, 6}, false},
+        {{1, 2, 3, 4, 5, 6}, {1, 0, 3, 4, 5, 6}, false},
+        {{1, 2, 3, 4, 5, 6}, {1, 2, 0, 4, 5, 6}, false},
+        {{1, 2, 3, 4, 5, 6}, {1, 2, 3, 0, 5, 6}, false},
+        {{1, 2, 3, 4, 5, 6}, {1, 2, 3, 4, 0, 6}, false},
+        {{1, 2, 3, 4, 5, 6}, {1, 2, 3, 4, 5, 0}, false},
+        {{1, 2, 3, 4, 5, 6}, {2, 1, 3, 4, 5, 6}, false},
+        {{-1, -1, -1, -1, -1, -1}, {1, 2, 3, 4, 5, 6}, true},
+        {{-1, -1, -1, -1, -1, -1}, {-1, -1, -1, -1, -1, -1}, true},
+        {{-1, -1, -1, -1, -1, -1}, {Lowest, Highest, 0, -2, 1, -1}, true},
+        {{-1, 2, 3, 4, 5, 6}, {9, 2, 3, 4, 5, 6}, true},
+        {{-1, 2, 3, 4, 5, 6}, {9, 9, 3, 4, 5, 6}, false},
+        {{1, 2, 3, 4, 5, -1}, {1, 2, 3, 4, 5, 9}, true},
+        {{1, 2, 3, 4, 5, -1}, {1, 2, 3, 4, 9, 9}, false},
+        {{1, -1, 3, -1, 5, -1}, {1, 7, 3, 8, 5, 9}, true},
+        {{1, -1, 3, -1, 5, -1}, {1, 7, 3, 8, 6, 9}, false},
+        // -1 in a concrete key is a value like any other.
+        {{1, 2, 3, 4, 5, 6}, {-1, 2, 3, 4, 5, 6}, false},
+        {{-1, 2, 3, 4, 5, 6}, {-1, 2, 3, 4, 5, 6}, true},
+        {{1, 2, 3, 4, 5, 6}, {-1, -1, -1, -1, -1, -1}, false},
+        {{1, -1, -1, -1, -1, -1}, {1, -1, -1, -1, -1, -1}, true},
+        // Only -1 is a wildcard.
+        {{-2, 2, 3, 4, 5, 6}, {1, 2, 3, 4, 5, 6}, false},
+        {{-2, 2, 3, 4, 5, 6}, {-2, 2, 3, 4, 5, 6}, true},
+        {{0, 0, 0, 0, 0, 0}, {0, 0, 0, 0, 0, 0}, true},
+        {{Lowest, Highest, Lowest, Highest, Lowest, Highest},
+         {Lowest, Highest, Lowest, Highest, Lowest, Highest},
+         true},
+        {{Lowest, Highest, Lowest, Highest, Lowest, Highest},
+         {Highest, Lowest, Lowest, Highest, Lowest, Highest},
+         false},
+    };
+    for (MatchCase const& match : cases) {
+        SCOPED_TRACE(testing::PrintToString(match.pattern.elements()) + " for " +
+                     testing::PrintToString(match.key.elements()));
+        WildcardIndex index;
+        index.Add(match.pattern);
+        EXPECT_EQ(index.Find(match.key), match.matches ? RowNumbers{0} : RowNumbers());
+        EXPECT_EQ(match.pattern.ToClavis().Matches(match.key.ToClavis()), match.matches);
+    }
+}
+
+TEST(WildcardIndex, RowsComeInTheirOrderWhateverTheirWildcards) {
+    WildcardIndex index;
+    index.Add({1, 2, 3, 4, 5, 6});
+    index.Add({-1, -1, -1, -1, -1, -1});
+    index.Add({1, 2, 3, 4, 5, 7});
+    index.Add({1, -1, 3, 4, 5, 6});
+    index.Add({1, 2, 3, 4, 5, 6});
+    index.Add({-1, -1, -1, -1, -1, -1});
+    EXPECT_EQ(index.Find({1, 2, 3, 4, 5, 6}), (RowNumbers{0, 1, 3, 4, 5}));
+    EXPECT_EQ(index.Find({1, 2, 3, 4, 5, 7}), (RowNumbers{1, 2, 5}));
+    EXPECT_EQ(index.Find({1, 0, 3, 4, 5, 6}), (RowNumbers{1, 3, 5}));
+    EXPECT_EQ(index.Find({0, 0, 0, 0, 0, 0}), (RowNumbers{1, 5}));
+}
+
+TEST(WildcardIndex, EveryArrangementOfWildcards) {
+    QClavis const key(10, 11, 12, 13, 14, 15);
+    std::vector<QClavis> patterns;
+    WildcardIndex index;
+    for (unsigned wildcards = 0; wildcards < 64; ++wildcards) {
+        QClavis pattern = key;
+        for (std::size_t element = 0; element < 6; ++element)
+            if ((wildcards >> element & 1) != 0)
+                pattern[element] = -1;
+        patterns.push_back(pattern);
+        index.Add(pattern);
+    }
+    EXPECT_EQ(index.Find(key).size(), 64u);
+    EXPECT_EQ(index.Find(key), MatchingRows(patterns, key));
+    for (std::size_t element = 0; element < 6; ++element) {
+        QClavis other = key;
+        other[element] = 99;
+        EXPECT_EQ(index.Find(other).size(), 32u) << element;
+        EXPECT_EQ(index.Find(other), MatchingRows(patterns, other)) << element;
+    }
+    EXPECT_EQ(index.Find({}), RowNumbers{63});
+}
+
+TEST(WildcardIndex, ManyRowsOfOneArrangement) {
+    WildcardIndex index;
+    constexpr int count = 5000;
+    for (int row = 0; row < count; ++row)
+        index.Add({row, -1, row / 2, -1, row % 7, 0});
+    for (int row = 0; row < count; ++row) {
+        ASSERT_EQ(index.Find({row, 1, row / 2, 2, row % 7, 0}), RowNumbers{static_cast<std::size_t>(row)});
+        ASSERT_EQ(index.Find({row, 1, row / 2, 2, row % 7, 1}), RowNumbers());
+        ASSERT_EQ(index.Find({row + 1, 1, row / 2 + 1, 2, row % 7, 0}), RowNumbers());
+    }
+}
+
+TEST(WildcardIndex, OnePatternManyTimes) {
+    WildcardIndex index;
+    RowNumbers all;
+    for (std::size_t row = 0; row < 1000; ++row) {
+        index.Add({4, -1, -1, -1, -1, -1});
+        all.push_back(row);
+    }
+    EXPECT_EQ(index.Find({4, 0, 0, 0, 0, 0}), all);
+    EXPECT_EQ(index.Find({5, 0, 0, 0, 0, 0}), RowNumbers());
+}
+
+TEST(WildcardIndex, RowsMayComeBetweenSearches) {
+    WildcardIndex index;
+    QClavis const key(1, 1, 1, 1, 1, 1);
+    RowNumbers expected;
+    for (int row = 0; row < 100; ++row) {
+        bool const fits = row % 3 == 0;
+        index.Add({fits ? 1 : 2, row % 2 == 0 ? -1 : 1, -1, -1, -1, -1});
+        if (fits)
+            expected.push_back(static_cast<std::size_t>(row));
+        ASSERT_EQ(index.Find(key), expected) << row;
+    }
+}
+
+// Small ranges make matches frequent, and the full range makes hashes differ in all bits.
+TEST(WildcardIndex, RandomTablesAgainstAPlainSearch) {
+    std::size_t matches = 0;
+    std::size_t several = 0;
+    for (unsigned seed = 0; seed < 4000; ++seed) {
+        Random random(seed);
+        int const highest = random.Between(0, 3);
+        bool const wide = random.OneIn(8);
+        auto const element = [&] {
+            if (wide && random.OneIn(2))
+                return random.Between(-3, 3) * 715827882;
+            return random.Between(-1, highest);
+        };
+        auto const random_key = [&] {
+            return QClavis(element(), element(), element(), element(), element(), element());
+        };
+        int const wildcards = random.Between(1, 4);
+        std::vector<QClavis> patterns;
+        WildcardIndex index;
+        for (int rows = random.Between(0, 40); rows > 0; --rows) {
+            QClavis pattern = random_key();
+            for (std::size_t place = 0; place < 6; ++place)
+                if (random.OneIn(wildcards))
+                    pattern[place] = -1;
+            patterns.push_back(pattern);
+            index.Add(pattern);
+        }
+        for (int searches = 0; searches < 30; ++searches) {
+            QClavis const key = random_key();
+            RowNumbers const expected = MatchingRows(patterns, key);
+            ASSERT_EQ(index.Find(key), expected)
+                << "seed " << seed << ", key " << testing::PrintToString(key.elements());
+            matches += expected.empty() ? 0 : 1;
+            several += expected.size() > 1 ? 1 : 0;
+        }
+    }
+    EXPECT_GT(matches, 40000u);
+    EXPECT_LT(matches, 110000u);
+    EXPECT_GT(several, 20000u);
+}
+
+} // namespace

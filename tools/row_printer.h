@@ -1,0 +1,23 @@
+// Printing rows with the names of their columns.
+//
+// Numbers have the shortest form from which the same number can be read again; what is no number or infinite
+// is nan, inf or -inf. As text the columns are aligned, with a bar between key and row. JSON is an array with
+// one object for each row, in which nan and infinities are texts. CSV begins with the column names, has lines
+// that end with CR LF, and quotes where it must.
+#pragma once
+
+#include "tools/key_pattern.h"
+
+#include <cstddef>
+#include <iosfwd>
+
+namespace paramdb::tools {
+
+enum class RowFormat { Text, Json, Csv };
+
+// Prints the rows whose keys match, in key order, and returns how many they are. Without any, JSON has an
+// empty array, CSV the column names, and text nothing.
+std::size_t PrintRows(std::ostream& out, TableDescription const& table, CQParamTableRows const& rows,
+                      KeyPattern const& pattern, RowFormat format);
+
+} // namespace paramdb::tools
