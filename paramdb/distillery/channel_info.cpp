@@ -72,9 +72,10 @@ private:
 class CycleReport {
 public:
     void operator()(int mode, Channels const& channels, std::vector<std::size_t> const& cycle) {
-        std::vector<std::size_t> sorted = cycle;
-        std::ranges::sort(sorted);
-        if (!m_known.insert(sorted).second)
+        std::vector<std::size_t> from_lowest = cycle;
+        std::rotate(from_lowest.begin(), std::min_element(from_lowest.begin(), from_lowest.end()),
+                    from_lowest.end());
+        if (!m_known.insert(from_lowest).second)
             return;
         std::wstring message =
             L"CQtChannelInfo::Build(): cyclic channel inheritance in mode " + std::to_wstring(mode) + L":";
@@ -96,9 +97,9 @@ void CQtChannelInfo::Build() {
         return;
 
     Channels const channels(tables);
-    std::vector<std::pair<int, std::size_t>> walked; // the channels to enter, by id and number
+    std::vector<std::size_t> walked; // the channels to enter
     for (auto const& [channel, name] : tables.Channel)
-        walked.emplace_back(channel[0], channels.Number(channel[0]));
+        walked.push_back(channels.Number(channel[0]));
 
     CycleReport report;
     InheritanceWalk common_walk;
@@ -109,13 +110,13 @@ void CQtChannelInfo::Build() {
         auto const report_cycle = [&](auto const& cycle) { report(mode, channels, cycle); };
         auto const* results = common;
         if (channels.HasRowsOf(mode))
-            results = &mode_walk.Run(channels.ParentsIn(mode), channels.flags(), report_cycle);
+            results = &mode_walk.Run(walked, channels.ParentsIn(mode), channels.flags(), report_cycle);
         else if (common == nullptr)
-            results = common = &common_walk.Run(channels.parents(), channels.flags(), report_cycle);
-        for (auto const& [channel, number] : walked) {
-            auto const& [base, flags] = (*results)[number];
-            m_base_channels.try_emplace(m_base_channels.end(), QIdx2(mode, channel), channels.Id(base),
-                                        static_cast<int>(flags));
+            results = common = &common_walk.Run(walked, channels.parents(), channels.flags(), report_cycle);
+        for (std::size_t const channel : walked) {
+            auto const& [base, flags] = (*results)[channel];
+            m_base_channels.try_emplace(m_base_channels.end(), QIdx2(mode, channels.Id(channel)),
+                                        channels.Id(base), static_cast<int>(flags));
         }
     }
 }

@@ -4,10 +4,17 @@
 #include <paramdb/service/param_store.h>
 
 #include <limits>
+#include <string>
 
 namespace {
 
 constexpr int TwoPointDefinition = 1;
+
+void ReportAmbiguity() {
+    static std::wstring const message =
+        L"CGrexInfo::Init(): ambiguous keys while trying to expand wildcards\n";
+    PrWin::Output(8, 1, message);
+}
 
 int Next(int number) {
     return static_cast<int>(static_cast<unsigned int>(number) + 1);
@@ -34,7 +41,8 @@ void CGrexInfo::CollectPolygons() {
     for (auto const& [key, row] : m_store->Tables().IpPolygonValue) {
         index = key.number() == previous ? index + 1 : 0;
         previous = key.number();
-        m_groups.try_emplace({key.number(), index}, group_element{key.position(), row.get<"y">()});
+        m_groups.try_emplace(m_groups.end(), {key.number(), index},
+                             group_element{key.position(), row.get<"y">()});
     }
 }
 
@@ -44,9 +52,9 @@ void CGrexInfo::Expand(QClavis const& key, std::vector<std::size_t> const& rows,
         entry expanded{row.get<"area_interpretation">(), row.get<"source_parameter">(), row.get<"polygon">()};
         if (row.get<"polygon_mode">() == TwoPointDefinition) {
             float const offset = row.get<"offset">();
-            m_groups.try_emplace({next_group, 0},
+            m_groups.try_emplace(m_groups.end(), {next_group, 0},
                                  group_element{row.get<"x_start">(), row.get<"y_start">() + offset});
-            m_groups.try_emplace({next_group, 1},
+            m_groups.try_emplace(m_groups.end(), {next_group, 1},
                                  group_element{row.get<"x_end">(), row.get<"y_end">() + offset});
             expanded.group = next_group;
             next_group = Next(next_group);
@@ -54,7 +62,7 @@ void CGrexInfo::Expand(QClavis const& key, std::vector<std::size_t> const& rows,
         std::size_t const before = m_entries.size();
         m_entries.try_emplace(m_entries.end(), key, expanded);
         if (m_entries.size() == before)
-            PrWin::Output(8, 1, L"CGrexInfo::Init(): ambiguous keys while trying to expand wildcards\n");
+            ReportAmbiguity();
     }
 }
 

@@ -4,12 +4,13 @@
 
 namespace paramdb {
 
-std::vector<InheritanceWalk::Result> const& InheritanceWalk::Run(std::vector<std::size_t> const& parents,
+std::vector<InheritanceWalk::Result> const& InheritanceWalk::Run(std::vector<std::size_t> const& starts,
+                                                                 std::vector<std::size_t> const& parents,
                                                                  std::vector<unsigned int> const& flags,
                                                                  CycleSink const& report) {
     m_results.resize(parents.size());
     m_states.assign(parents.size(), State::New);
-    for (std::size_t start = 0; start < parents.size(); ++start) {
+    for (std::size_t const start : starts) {
         std::size_t channel = start;
         for (; channel != NoChannel && m_states[channel] == State::New; channel = parents[channel]) {
             m_states[channel] = State::OnLine;

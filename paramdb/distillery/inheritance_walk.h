@@ -21,8 +21,10 @@ public:
     // Takes the channels of a line of parents that is closed, each once, from the first one met.
     using CycleSink = std::function<void(std::vector<std::size_t> const& channels)>;
 
-    // The result for every channel. A line that comes to a channel that it holds already ends before it.
-    std::vector<Result> const& Run(std::vector<std::size_t> const& parents,
+    // Walks from each of the channels in `starts`, in their order; the results of these channels hold. A line
+    // that comes to a channel that it holds already ends before it.
+    std::vector<Result> const& Run(std::vector<std::size_t> const& starts,
+                                   std::vector<std::size_t> const& parents,
                                    std::vector<unsigned int> const& flags, CycleSink const& report);
 
 private:

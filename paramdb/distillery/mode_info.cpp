@@ -39,6 +39,8 @@ int BitsOfBaseMode(int largest) {
 // Quotient and logarithm are of single precision. The logarithm is rounded from a double one, so that it is
 // the same under every C library.
 int BitsOfIntervals(CVAutoModeParams const& params) {
+    if (params.Step == 0)
+        return 0;
     float const intervals = (params.Stop - params.Start) / params.Step;
     return CeilBits(static_cast<float>(std::log(static_cast<double>(intervals))));
 }

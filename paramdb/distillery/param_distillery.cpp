@@ -41,5 +41,5 @@ int CQtParamDistillery::FindTimeSignal() const {
 }
 
 bool CQtParamDistillery::RefineDatabaseTables() {
-    return true;
+    return RefineTables(Tables());
 }

@@ -4,15 +4,13 @@
 
 namespace paramdb {
 
-std::uint64_t WildcardIndex::Hash(Elements const& elements, unsigned int mask) {
-    constexpr std::array<std::uint64_t, 6> factors{0x9E3779B97F4A7C15, 0xC2B2AE3D27D4EB4F,
-                                                   0x165667B19E3779F9, 0xD6E8FEB86659FD93,
-                                                   0xA0761D6478BD642F, 0xE7037ED1A0B428DB};
-    std::uint64_t hash = 0;
+WildcardIndex::Products WildcardIndex::MakeProducts(Elements const& elements) {
+    constexpr Products factors{0x9E3779B97F4A7C15, 0xC2B2AE3D27D4EB4F, 0x165667B19E3779F9,
+                               0xD6E8FEB86659FD93, 0xA0761D6478BD642F, 0xE7037ED1A0B428DB};
+    Products products;
     for (std::size_t element = 0; element < elements.size(); ++element)
-        if ((mask >> element & 1) != 0)
-            hash += static_cast<std::uint32_t>(elements[element]) * factors[element];
-    return hash ^ hash >> 32;
+        products[element] = static_cast<std::uint32_t>(elements[element]) * factors[element];
+    return products;
 }
 
 bool WildcardIndex::Matches(Elements const& pattern, Elements const& key, unsigned int mask) {
@@ -31,7 +29,7 @@ void WildcardIndex::Add(QClavis const& pattern) {
     auto group = std::ranges::find(m_groups, mask, &Group::mask);
     if (group == m_groups.end())
         group = m_groups.insert(group, {mask, {}, {}});
-    group->entries.push_back({Hash(elements, mask), elements, m_rows++});
+    group->entries.push_back({Hash(MakeProducts(elements), mask), elements, m_rows++});
     if (group->entries.size() * 2 > group->slots.size())
         Grow(*group);
     else
@@ -56,9 +54,10 @@ void WildcardIndex::Grow(Group& group) {
 std::vector<std::size_t> const& WildcardIndex::Find(QClavis const& key) {
     m_found.clear();
     Elements const& elements = key.elements();
+    Products const products = MakeProducts(elements);
     for (Group const& group : m_groups) {
         std::size_t const last = group.slots.size() - 1;
-        std::uint64_t const hash = Hash(elements, group.mask);
+        std::uint64_t const hash = Hash(products, group.mask);
         for (std::size_t slot = hash & last; group.slots[slot] != 0; slot = (slot + 1) & last) {
             Entry const& entry = group.entries[group.slots[slot] - 1];
             if (entry.hash == hash && Matches(entry.elements, elements, group.mask))

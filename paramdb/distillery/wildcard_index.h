@@ -39,7 +39,17 @@ private:
         std::vector<std::uint32_t> slots; // a hash table of entry numbers plus 1, 0 for a free slot
     };
 
-    static std::uint64_t Hash(Elements const& elements, unsigned int mask);
+    using Products = std::array<std::uint64_t, 6>;
+
+    // A hash is a sum of one product for each element that counts, so that a key needs its products only
+    // once.
+    static Products MakeProducts(Elements const& elements);
+    static std::uint64_t Hash(Products const& products, unsigned int mask) {
+        std::uint64_t hash = 0;
+        for (std::size_t element = 0; element < products.size(); ++element)
+            hash += products[element] & (0 - static_cast<std::uint64_t>(mask >> element & 1));
+        return hash ^ hash >> 32;
+    }
     static bool Matches(Elements const& pattern, Elements const& key, unsigned int mask);
     static void Insert(Group& group, std::size_t entry);
     static void Grow(Group& group);

@@ -3,6 +3,7 @@
 #include "derivation_support.h"
 
 #include <algorithm>
+#include <numeric>
 #include <set>
 
 using derivation::Random;
@@ -29,8 +30,10 @@ void PrintTo(Outcome const& outcome, std::ostream* out) {
 
 Outcome RunWith(InheritanceWalk& walk, Channels const& parents, Flags const& flags) {
     Outcome outcome;
-    auto const& results =
-        walk.Run(parents, flags, [&outcome](Channels const& cycle) { outcome.cycles.push_back(cycle); });
+    Channels starts(parents.size());
+    std::iota(starts.begin(), starts.end(), std::size_t{0});
+    auto const& results = walk.Run(starts, parents, flags,
+                                   [&outcome](Channels const& cycle) { outcome.cycles.push_back(cycle); });
     for (auto const& [base, all_flags] : results) {
         outcome.bases.push_back(base);
         outcome.flags.push_back(all_flags);

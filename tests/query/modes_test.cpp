@@ -108,6 +108,10 @@ TEST_F(ModesTest, MiddlesOfIntervals) {
         {1, -Infinite, 3, -Infinite},
         {0, 3e38f, 9, Infinite},
         {16777216, 1, 1, 16777218},
+        // Single precision on the way would give less.
+        {11.9000006f, 9.19999981f, 25, 247},
+        {2.9000001f, 5.5999999f, 23, 135},
+        {0, 1, 16777217, 16777218},
         {0, 0.99999994f, 0, 0},
     };
     for (auto const& [start, step, index, middle] : cases) {

@@ -16,8 +16,9 @@ TEST(LargeBlock, EveryByteCanBeUsed) {
         ASSERT_NE(block.data(), nullptr);
         EXPECT_EQ(reinterpret_cast<std::uintptr_t>(block.data()) % alignof(std::max_align_t), 0u);
         std::memset(block.data(), 0x5A, size);
-        if (size > 0)
+        if (size > 0) {
             EXPECT_EQ(block.chars()[size - 1], 0x5A);
+        }
     }
 }
 
