@@ -4,17 +4,27 @@
 
 #include "tools/loading.h"
 #include "tools/messages.h"
+#include "tools/report.h"
 #include "tools/sources.h"
 #include "tools/table_names.h"
 #include "tools/verb.h"
 
 #include <CLI/CLI.hpp>
+#include <charconv>
 #include <ostream>
 
 namespace paramdb::tools {
 namespace {
 
 constexpr int ProtocolCategory = 8;
+
+// What is wrong with the text as a limit; nothing if it is one.
+std::string WrongLimit(std::string const& text) {
+    int limit = 0;
+    auto const [end, fault] = std::from_chars(text.data(), text.data() + text.size(), limit);
+    bool const is_limit = fault == std::errc() && end == text.data() + text.size() && limit >= 0;
+    return is_limit ? "" : Printable(FromUtf8(text)) + " is no number from 0 to 2147483647";
+}
 
 // Sends the lines of the protocol to one stream and every other message to another while it lives.
 class ProtocolPrinter {
@@ -46,7 +56,7 @@ public:
         verb.add_option("-n,--limit", m_limit,
                         "Print N + 1 rows of each table at most, then \"... more ...\"; 0 for all rows "
                         "(default: 0)")
-            ->check(CLI::NonNegativeNumber)
+            ->check(WrongLimit)
             ->type_name("N");
         verb.footer(std::string("Example:\n"
                                 "  paramdb dump gearbox.lake --table Mode --table Trigger --limit 10\n\n") +

@@ -24,6 +24,10 @@ Utf8Terminal::~Utf8Terminal() {
         SetConsoleOutputCP(m_previous_code_page);
 }
 
+bool IsErrorTerminal() {
+    return _isatty(_fileno(stderr)) != 0;
+}
+
 std::vector<std::string> Utf8Arguments(int count, char const* const* arguments) {
     int wide_count = 0;
     wchar_t** const wide = CommandLineToArgvW(GetCommandLineW(), &wide_count);
@@ -40,11 +44,17 @@ std::vector<std::string> Utf8Arguments(int count, char const* const* arguments) 
 
 #else
 
+#include <unistd.h>
+
 namespace paramdb::tools {
 
 Utf8Terminal::Utf8Terminal() = default;
 
 Utf8Terminal::~Utf8Terminal() = default;
+
+bool IsErrorTerminal() {
+    return isatty(STDERR_FILENO) != 0;
+}
 
 std::vector<std::string> Utf8Arguments(int count, char const* const* arguments) {
     return {arguments + (count > 0 ? 1 : 0), arguments + count};

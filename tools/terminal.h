@@ -20,6 +20,9 @@ private:
     [[maybe_unused]] int m_previous_mode = 0;
 };
 
+// Whether standard error goes to a terminal, where a line can be written over.
+bool IsErrorTerminal();
+
 // The arguments of main without the program's name. On Windows those of main have lost every character that
 // the code page lacks, so the system's own are taken; elsewhere the bytes are taken as they are.
 std::vector<std::string> Utf8Arguments(int count, char const* const* arguments);
