@@ -8,7 +8,7 @@ install(TARGETS paramdb EXPORT paramdbTargets
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(DIRECTORY paramdb DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-        FILES_MATCHING PATTERN "*.h"
+        FILES_MATCHING PATTERN "*.h" PATTERN "*.def"
         PATTERN "views" EXCLUDE PATTERN "database" EXCLUDE)
 install(EXPORT paramdbTargets NAMESPACE paramdb:: DESTINATION ${package_dir})
 

@@ -8,10 +8,15 @@ VerbMaker MakeLoadVerb;
 VerbMaker MakeTablesVerb;
 VerbMaker MakeShowVerb;
 VerbMaker MakeDumpVerb;
+VerbMaker MakeModesVerb;
+VerbMaker MakeRotorsVerb;
+VerbMaker MakeOrderVerb;
+VerbMaker MakePolygonsVerb;
 
 namespace {
 
-VerbMaker* const Makers[] = {MakeLoadVerb, MakeTablesVerb, MakeShowVerb, MakeDumpVerb};
+VerbMaker* const Makers[] = {MakeLoadVerb,  MakeTablesVerb, MakeShowVerb,  MakeDumpVerb,
+                             MakeModesVerb, MakeRotorsVerb, MakeOrderVerb, MakePolygonsVerb};
 
 } // namespace
 

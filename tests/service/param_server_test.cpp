@@ -1,9 +1,8 @@
 #include <paramdb/service/param_server.h>
 
+#include <gtest/gtest.h>
 #include <tests/support/messages.h>
 #include <tests/support/sources.h>
-
-#include <gtest/gtest.h>
 #include <thread>
 
 namespace {

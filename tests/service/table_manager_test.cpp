@@ -1,9 +1,8 @@
 #include <paramdb/service/table_manager.h>
 
+#include <gtest/gtest.h>
 #include <tests/support/messages.h>
 #include <tests/support/sources.h>
-
-#include <gtest/gtest.h>
 
 namespace {
 
@@ -100,7 +99,8 @@ TEST_F(TableManagerTest, AppliesEveryOperationInOrder) {
     manager.DumpTables(0);
     manager.DumpTables(3);
     manager.WriteTablesToLocalSeas();
-    EXPECT_EQ(log, "clear a, clear b, purge a, purge b, dump0 a, dump0 b, dump3 a, dump3 b, write a, write b, ");
+    EXPECT_EQ(log,
+              "clear a, clear b, purge a, purge b, dump0 a, dump0 b, dump3 a, dump3 b, write a, write b, ");
 }
 
 TEST_F(TableManagerTest, EmptySourcesFailWithoutMessage) {

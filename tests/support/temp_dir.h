@@ -1,6 +1,8 @@
 // A folder of its own for the files of one test, removed with all its content at the end.
 #pragma once
 
+#include <paramdb/platform/core/utf8.h>
+
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
@@ -42,10 +44,10 @@ private:
     std::filesystem::path m_path;
 };
 
-// The path as wide text, one UTF-16 code unit in each character.
+// The path as wide text, one UTF-16 code unit in each character, as the library takes file names.
 inline std::wstring WideName(std::filesystem::path const& path) {
-    std::u16string const units = path.u16string();
-    return {units.begin(), units.end()};
+    std::u8string const bytes = path.u8string();
+    return paramdb::FromUtf8(std::string(bytes.begin(), bytes.end()));
 }
 
 inline void WriteBytes(std::filesystem::path const& path, std::string_view bytes) {

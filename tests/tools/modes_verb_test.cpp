@@ -34,7 +34,7 @@ std::string const ModesLake = "<DbDesign.CacheVersion>: 216\n"
                               "}\n"
                               "<TAutoModeParam>: {\n"
                               "10 0 6000 500 1 0 1 1 1 1\n"
-                              "12 -100 220 40 1 0 1 0 1 1\n"
+                              "12 -96 8096 1 1 0 1 0 1 1\n"
                               "}\n";
 
 using ModesVerbTest = CommandTest;
@@ -51,13 +51,13 @@ TEST_F(ModesVerbTest, ListsModesAndLayout) {
                        " 100  Calibration                    1024  hidden\n"
                        "\n"
                        "Virtual modes\n"
-                       "Extension bits   9  2 of them for states\n"
-                       "Base mode bits  22  7 used by ids up to 100, 15 left\n"
-                       "Extension mask  0x7FC00000\n"
+                       "Extension bits  19  2 of them for states\n"
+                       "Base mode bits  12  7 used by ids up to 100, 5 left\n"
+                       "Extension mask  0x7FFFF000\n"
                        "\n"
                        "Key  Signal          Start  Stop  Step  Intervals  Bits  State\n"
                        "  0  10 Input speed      0  6000   500         12     4  yes\n"
-                       "  3  12 Torque        -100   220    40          8     3  no     "
+                       "  3  12 Torque         -96  8096     1       8192    13  no     "
                        "no room for the last interval\n");
 }
 
@@ -74,13 +74,13 @@ TEST_F(ModesVerbTest, GivesJson) {
          "virtual": false}])")
                                             .dump());
     EXPECT_EQ(document["layout"].dump(), nlohmann::ordered_json::parse(R"({
-        "extension_bits": 9, "state_bits": 2, "mask": 2143289344,
-        "base_bits": {"all": 22, "used": 7, "left": 15},
+        "extension_bits": 19, "state_bits": 2, "mask": 2147479552,
+        "base_bits": {"all": 12, "used": 7, "left": 5},
         "parameters": [
             {"key": 0, "signal": {"id": 10, "name": "Input speed"}, "start": 0.0, "stop": 6000.0,
              "step": 500.0, "intervals": 12, "interval_bits": 4, "state": true, "fits": true},
-            {"key": 3, "signal": {"id": 12, "name": "Torque"}, "start": -100.0, "stop": 220.0,
-             "step": 40.0, "intervals": 8, "interval_bits": 3, "state": false, "fits": false}]})")
+            {"key": 3, "signal": {"id": 12, "name": "Torque"}, "start": -96.0, "stop": 8096.0,
+             "step": 1.0, "intervals": 8192, "interval_bits": 13, "state": false, "fits": false}]})")
                                              .dump());
 }
 
@@ -109,5 +109,5 @@ TEST_F(ModesVerbTest, TellsWhenTheIdsDoNotFit) {
     auto const run = RunCommand({"modes", File(u8"a.lake", lake)});
     EXPECT_EQ(run.code, 1);
     EXPECT_EQ(run.err, "CQtModeInfo: Not enough bits to encode virtual modes\n");
-    EXPECT_NE(run.out.find("27 used by ids up to 99999999, -5 left\n"), std::string::npos) << run.out;
+    EXPECT_NE(run.out.find("27 used by ids up to 99999999, -15 left\n"), std::string::npos) << run.out;
 }

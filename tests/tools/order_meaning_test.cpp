@@ -25,7 +25,7 @@ TEST(OrderMeaningTest, SaysItInWords) {
              {L"-O0,5+F100;L", OrderVerdict::Good, {"100 Hz - order 0.5", "0"}, 1},
              {L"-L2147483648;M-2-O1",
               OrderVerdict::Good,
-              {"2147483647 lines", "- order 1 - 2 x modulation"},
+              {"- 2147483647 lines", "- order 1 - 2 x modulation"},
               1},
          }) {
         SCOPED_TRACE(testing::PrintToString(std::wstring(sample.text)));

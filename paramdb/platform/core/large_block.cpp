@@ -24,7 +24,9 @@ void* Allocate(std::size_t size) {
     return memory;
 }
 #else
-void* Allocate(std::size_t size) { return std::malloc(size); }
+void* Allocate(std::size_t size) {
+    return std::malloc(size);
+}
 #endif
 
 } // namespace
@@ -34,6 +36,8 @@ LargeBlock::LargeBlock(std::size_t size) : m_memory(static_cast<std::byte*>(Allo
         throw std::bad_alloc();
 }
 
-void LargeBlock::Release::operator()(std::byte* memory) const noexcept { std::free(memory); }
+void LargeBlock::Release::operator()(std::byte* memory) const noexcept {
+    std::free(memory);
+}
 
 } // namespace paramdb

@@ -1,5 +1,5 @@
-// Memory in large pieces, which the system is asked to back by large pages where it knows them: touching a fresh piece
-// then costs a page fault for each 2 MB instead of each 4 KB.
+// Memory in large pieces, which the system is asked to back by large pages where it knows them: touching a
+// fresh piece then costs a page fault for each 2 MB instead of each 4 KB.
 #pragma once
 
 #include <cstddef>
