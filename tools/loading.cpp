@@ -5,6 +5,8 @@
 #include <paramdb/storage/parameter_lake.h>
 #include <paramdb/storage/parameter_table_set.h>
 
+#include "tools/progress_bar.h"
+
 #include <chrono>
 
 namespace paramdb::tools {
@@ -50,6 +52,7 @@ std::optional<Load> LoadFiles(std::vector<std::string> const& files, std::ostrea
 
     CQtParamInstance parameters;
     MessageCollector const messages(err);
+    LoadProgressBar const bar(err);
     auto const start = std::chrono::steady_clock::now();
     bool const complete = parameters.ReadTablesFromCandidateLake();
     load.load_seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
