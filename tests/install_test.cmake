@@ -16,6 +16,14 @@ function(expect_loaded program)
     endif()
 endfunction()
 
+# The README shows the example as it is.
+file(READ ${SOURCE_DIR}/README.md readme)
+file(READ ${SOURCE_DIR}/examples/embed/main.cpp embed)
+string(FIND "${readme}" "${embed}" position)
+if(position EQUAL -1)
+    message(FATAL_ERROR "README.md does not show examples/embed/main.cpp as it is")
+endif()
+
 file(REMOVE_RECURSE ${WORK_DIR})
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK_DIR}/prefix)
 

@@ -19,7 +19,7 @@ int main(int argc, char** argv) {
         std::puts("not loaded");
         return 1;
     }
-    std::printf("loaded: base type '%ls', alias '%ls'\n", parameters.BaseType().c_str(),
-                parameters.AliasType().c_str());
+    std::printf("loaded: base type '%ls', alias '%ls'\n", parameters.BaseType().GetString(),
+                parameters.AliasType().GetString());
     return 0;
 }

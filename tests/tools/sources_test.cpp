@@ -112,14 +112,6 @@ TEST_F(SourcesTest, NamesTheReasonOfTheSystem) {
     EXPECT_EQ(ReasonFor(File(u8"file.lake", "k: v\n") + "/x"), Text(std::errc::not_a_directory));
 }
 
-TEST_F(SourcesTest, NamesTheReasonForAFileWithoutRights) {
-    std::string const name = File(u8"locked.lake", "k: v\n");
-    std::filesystem::permissions(name, std::filesystem::perms::none);
-    if (std::ifstream(name))
-        GTEST_SKIP() << "this user may read every file";
-    EXPECT_EQ(ReasonFor(name), Text(std::errc::permission_denied));
-}
-
 TEST_F(SourcesTest, DoesNotTakeAnEmptyNameForTheLastFile) {
     EXPECT_EQ(Read({File(u8"a.lake", "k: v\n")}), "");
     std::string const reason = Text(std::errc::no_such_file_or_directory);
