@@ -3,30 +3,17 @@
 #include <paramdb/platform/core/utf8.h>
 
 #include "tools/report.h"
+#include "tools/short_number.h"
 
-#include <charconv>
 #include <cmath>
 #include <nlohmann/json.hpp>
 #include <ostream>
+#include <type_traits>
 
 namespace paramdb::tools {
 namespace {
 
 using ConstFields = CQParamTableRows::ConstFields;
-
-void AppendNumber(std::string& line, std::floating_point auto number) {
-    if (std::isnan(number)) { // its sign tells nothing
-        line += "nan";
-        return;
-    }
-    char digits[40];
-    line.append(digits, std::to_chars(digits, std::end(digits), number, std::chars_format::general).ptr);
-}
-
-void AppendNumber(std::string& line, std::integral auto number) {
-    char digits[24];
-    line.append(digits, std::to_chars(digits, std::end(digits), number).ptr);
-}
 
 // The field as it is; no number has a character that CSV or JSON would have to quote.
 std::string CellText(ConstField field) {
@@ -34,8 +21,10 @@ std::string CellText(ConstField field) {
     field.Visit([&text]<class T>(T const& value) {
         if constexpr (std::is_same_v<T, CFixedText>)
             text = ToUtf8(value.view());
+        else if constexpr (std::is_floating_point_v<T>)
+            text = ShortNumber(value);
         else
-            AppendNumber(text, value);
+            text = std::to_string(value);
     });
     return text;
 }

@@ -1,0 +1,32 @@
+// The vocabulary of the calculation settings: the words for each setting and for its values, in the language
+// in force.
+#pragma once
+
+#include <paramdb/keys/value_base.h>
+#include <paramdb/platform/framework/cstring.h>
+
+#include <cstddef>
+#include <list>
+#include <tuple>
+
+class QVIpCalcParameter : public QValueBase {
+public:
+    static unsigned int const s_version = 1;
+    static unsigned int const NumEnums = 6;
+
+    std::tuple<> tuple() { return {}; }
+    std::tuple<> tuple() const { return {}; }
+
+    // The name of a setting, numbered from 0 to 51, such as "Trigger"; "Parameter #99" in the like for any
+    // other.
+    static CString GetCalcParamEnumText(int parameter);
+    // Replaces the list by the names of all settings in order and returns their number.
+    static std::size_t GetCalcParamEnumTexts(std::list<CString>& texts);
+
+    // The word for a value of a setting, such as "Maximum"; the value in parentheses if there is no word. A
+    // value beyond those of its setting finds the word that stands at its place in the string table.
+    static CString GetCalcParamEnumSubText(int parameter, int value);
+    // Replaces the list by the words of a setting in order and returns their number; 0 for a setting without
+    // words.
+    static std::size_t GetCalcParamEnumSubTexts(int parameter, std::list<CString>& texts);
+};
