@@ -13,16 +13,18 @@ void CFixedText::Assign(std::wstring_view text) {
     Assign(text, [](wchar_t character) { return character; });
 }
 
+void CFixedText::ReserveAll() {
+    Reserve(Capacity);
+    SetLength(0);
+}
+
 wchar_t* CFixedText::Reserve(std::size_t length) {
     std::size_t const needed = std::min(length + 1, Capacity);
     if (length > 0 && needed > m_capacity) {
-        // A text that is assigned again and again, as that of a row that reads a table, soon has room for
-        // any.
-        std::size_t const capacity = m_text != nullptr ? Capacity : needed;
-        wchar_t* const text = new wchar_t[capacity];
+        wchar_t* const text = new wchar_t[needed];
         delete[] m_text;
         m_text = text;
-        m_capacity = static_cast<std::uint32_t>(capacity);
+        m_capacity = static_cast<std::uint32_t>(needed);
     }
     return m_text;
 }

@@ -49,6 +49,9 @@ public:
         SetLength(length);
     }
 
+    // Empties the text and makes room for any, so that no later assignment allocates.
+    void ReserveAll();
+
     // Order and equality of the code units as unsigned numbers; a beginning of a text comes before it.
     friend std::strong_ordering operator<=>(CFixedText const& left, CFixedText const& right);
     friend bool operator==(CFixedText const& left, CFixedText const& right) {

@@ -7,6 +7,12 @@ wchar_t const* FieldTypeName(FieldType type) {
     return names[static_cast<std::size_t>(type)];
 }
 
+void ReserveTexts(std::span<Field const> fields) {
+    for (Field const& field : fields)
+        if (field.type() == FieldType::Text)
+            field.As<CFixedText>().ReserveAll();
+}
+
 std::size_t TextBytes(std::span<ConstField const> fields) {
     std::size_t bytes = 0;
     for (ConstField const& field : fields)

@@ -96,6 +96,9 @@ auto ConstFields(Row const& row) {
     return std::apply([](auto&... fields) { return std::array{ConstField(fields)...}; }, row.tuple());
 }
 
+// Empties the texts among the fields and gives each room for any text.
+void ReserveTexts(std::span<Field const> fields);
+
 // The bytes that the texts among the fields hold outside of their row.
 std::size_t TextBytes(std::span<ConstField const> fields);
 

@@ -78,6 +78,7 @@ private:
         mapped_type row;
         std::array<paramdb::Field, paramdb::FieldCount<key_type> + paramdb::FieldCount<mapped_type>> fields;
         std::ranges::copy(paramdb::Fields(row), std::ranges::copy(paramdb::Fields(key), fields.begin()).out);
+        paramdb::ReserveTexts(fields);
         if constexpr (IsVector) {
             typename T::Filler filler(*this);
             bool const all_good = read_rows(fields, [&] { filler.Add(key, row); });

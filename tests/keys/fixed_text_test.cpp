@@ -1,5 +1,6 @@
 #include <paramdb/keys/fixed_text.h>
 
+#include <algorithm>
 #include <compare>
 #include <cstddef>
 #include <gtest/gtest.h>
@@ -81,6 +82,19 @@ TEST(FixedText, AnAssignmentUsesTheRoomThatIsThere) {
     EXPECT_EQ(text.HeapBytes(), 7 * sizeof(wchar_t));
     CFixedText const full{std::wstring_view(Longest + Longest)};
     EXPECT_EQ(full.HeapBytes(), 200 * sizeof(wchar_t));
+}
+
+TEST(FixedText, RoomForAnyTextLastsForAllAssignments) {
+    CFixedText text(L"abc");
+    text.ReserveAll();
+    EXPECT_EQ(text, L"");
+    wchar_t const* const place = text.c_str();
+    for (std::size_t const length : {std::size_t{1}, std::size_t{100}, std::size_t{199}, std::size_t{300}}) {
+        std::string const source(length, 'x');
+        text.Assign(std::string_view(source), [](char) { return L'x'; });
+        EXPECT_EQ(text.view().size(), std::min(length, std::size_t{199}));
+        EXPECT_EQ(text.c_str(), place);
+    }
 }
 
 TEST(FixedText, CopiesAreIndependent) {
