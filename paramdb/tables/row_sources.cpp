@@ -58,8 +58,7 @@ RowReader RowsOf(CResourceSea& sea, wchar_t const* tag) {
         bool all_good = true;
         CResourceList list(sea, tag);
         for (list.GotoHead(); list.IsValid(); list.GotoNext()) {
-            std::wstring const text = list.GetCurrentLine();
-            std::wstring_view line = text;
+            std::wstring_view line = list.GetCurrentLine();
             bool const good = ReadLine(line, fields);
             add();
             if (!good) {

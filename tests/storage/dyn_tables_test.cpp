@@ -103,7 +103,7 @@ TEST(DynTables, RecordOnDisk) {
     wchar_t const text[4] = {L'a', L'\u20AC', L'\0', L'z'};
     char const byte = 'x';
     int const sizes[] = {4, -4, 0, 1};
-    void const* const fields[] = {&number, text, nullptr, &byte};
+    void const* const fields[] = {&number, text, &byte, &byte};
     MemoryFile file;
     DynTables::WriteToFile(file, sizes, fields, 4);
     EXPECT_EQ(file.content(), "\x01\x02\x03\x04\x04\0\0\0a\0\xAC\x20\0\0z\0x"s);
@@ -111,7 +111,7 @@ TEST(DynTables, RecordOnDisk) {
     std::uint32_t read_number = 0;
     wchar_t read_text[4] = {};
     char read_byte = 0;
-    void* read_fields[] = {&read_number, read_text, nullptr, &read_byte};
+    void* read_fields[] = {&read_number, read_text, &read_byte, &read_byte};
     MemoryFile source(file.content());
     ASSERT_TRUE(DynTables::ReadFromFile(source, sizes, read_fields, 4));
     EXPECT_EQ(read_number, number);

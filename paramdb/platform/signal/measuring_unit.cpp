@@ -31,8 +31,8 @@ Prefix const& FindPrefix(int power) {
 }
 
 std::wstring_view UnitText(int unit) {
-    int const index = unit - FirstUnit;
-    return index >= 0 && index < static_cast<int>(std::size(Units)) ? Units[index] : std::wstring_view();
+    constexpr int last_unit = FirstUnit + static_cast<int>(std::size(Units)) - 1;
+    return unit >= FirstUnit && unit <= last_unit ? Units[unit - FirstUnit] : std::wstring_view();
 }
 
 } // namespace
