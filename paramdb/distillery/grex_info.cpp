@@ -28,11 +28,12 @@ void CGrexInfo::Init() {
     m_entries.clear();
     int next_group = m_groups.empty() ? 0 : Next(m_groups.rbegin()->first.first);
 
-    paramdb::WildcardIndex patterns;
+    std::vector<QClavis> patterns;
     for (auto const& [pattern, row] : m_store->Tables().IpTrackPolygon)
-        patterns.Add(pattern);
+        patterns.push_back(pattern);
+    paramdb::WildcardIndex index(patterns);
     for (auto const& [key, row] : m_store->Tables().IpParamAndStore)
-        Expand(key, patterns.Find(key), next_group);
+        Expand(key, index.Find(key), next_group);
 }
 
 void CGrexInfo::CollectPolygons() {
@@ -41,8 +42,7 @@ void CGrexInfo::CollectPolygons() {
     for (auto const& [key, row] : m_store->Tables().IpPolygonValue) {
         index = key.number() == previous ? index + 1 : 0;
         previous = key.number();
-        m_groups.try_emplace(m_groups.end(), {key.number(), index},
-                             group_element{key.position(), row.get<"y">()});
+        m_groups.insert({{key.number(), index}, {key.position(), row.get<"y">()}});
     }
 }
 
@@ -52,16 +52,12 @@ void CGrexInfo::Expand(QClavis const& key, std::vector<std::size_t> const& rows,
         entry expanded{row.get<"area_interpretation">(), row.get<"source_parameter">(), row.get<"polygon">()};
         if (row.get<"polygon_mode">() == TwoPointDefinition) {
             float const offset = row.get<"offset">();
-            m_groups.try_emplace(m_groups.end(), {next_group, 0},
-                                 group_element{row.get<"x_start">(), row.get<"y_start">() + offset});
-            m_groups.try_emplace(m_groups.end(), {next_group, 1},
-                                 group_element{row.get<"x_end">(), row.get<"y_end">() + offset});
+            m_groups.insert({{next_group, 0}, {row.get<"x_start">(), row.get<"y_start">() + offset}});
+            m_groups.insert({{next_group, 1}, {row.get<"x_end">(), row.get<"y_end">() + offset}});
             expanded.group = next_group;
             next_group = Next(next_group);
         }
-        std::size_t const before = m_entries.size();
-        m_entries.try_emplace(m_entries.end(), key, expanded);
-        if (m_entries.size() == before)
+        if (!m_entries.insert({key, expanded}).second)
             ReportAmbiguity();
     }
 }

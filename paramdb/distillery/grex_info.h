@@ -3,8 +3,8 @@
 #pragma once
 
 #include <paramdb/keys/q_clavis.h>
+#include <paramdb/tables/unique_vector_map.h>
 
-#include <map>
 #include <span>
 #include <utility>
 #include <vector>
@@ -27,8 +27,8 @@ public:
         friend bool operator==(entry const&, entry const&) = default;
     };
     // Group number and element index to point.
-    using group_map = std::map<std::pair<int, int>, group_element>;
-    using expansion_map = std::map<QClavis, entry>;
+    using group_map = CUniqueVectorMap<std::pair<int, int>, group_element>;
+    using expansion_map = CUniqueVectorMap<QClavis, entry>;
 
     // The store must outlive this object.
     explicit CGrexInfo(CQtParamStore const& store) : m_store(&store) {}

@@ -10,6 +10,7 @@
 #include <paramdb/tables/tl_allocator.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <functional>
 #include <iterator>
 #include <memory>
@@ -39,13 +40,11 @@ public:
     using Vector::capacity;
     using Vector::cbegin;
     using Vector::cend;
-    using Vector::clear;
     using Vector::crbegin;
     using Vector::crend;
     using Vector::data;
     using Vector::empty;
     using Vector::end;
-    using Vector::erase;
     using Vector::front;
     using Vector::max_size;
     using Vector::rbegin;
@@ -58,6 +57,26 @@ public:
     // the result is its place with false.
     std::pair<iterator, bool> insert(value_type const& row) { return Insert(row); }
     std::pair<iterator, bool> insert(value_type&& row) { return Insert(std::move(row)); }
+
+    void clear() {
+        ++m_revision;
+        Vector::clear();
+    }
+    // Removes one row or a range of them and returns the place behind.
+    iterator erase(const_iterator row) { return erase(row, std::next(row)); }
+    iterator erase(const_iterator first, const_iterator last) {
+        ++m_revision;
+        return Vector::erase(first, last);
+    }
+
+    // Whether both hold the same rows.
+    friend bool operator==(CUniqueVectorMap const& left, CUniqueVectorMap const& right) {
+        return std::equal(left.begin(), left.end(), right.begin(), right.end());
+    }
+
+    // Another number whenever rows have come or gone, for what is derived from them. Changes within a row do
+    // not count.
+    std::uint64_t Revision() const { return m_revision; }
 
     // The row of the key, or the end.
     iterator find(K const& key) { return Find(*this, key); }
@@ -94,6 +113,7 @@ public:
             if (!rows.empty() && !Less()(rows.back().first, key))
                 m_is_sorted = false;
             rows.emplace_back(key, row);
+            ++m_map->m_revision;
         }
 
         // Puts the rows into order.
@@ -132,6 +152,7 @@ private:
     }
     template <class Value>
     std::pair<iterator, bool> Insert(Value&& row) {
+        ++m_revision;
         if (empty() || Less()(back().first, row.first)) {
             Vector::push_back(std::forward<Value>(row));
             return {std::prev(end()), true};
@@ -141,6 +162,8 @@ private:
             return {bound, false};
         return {Vector::insert(bound, std::forward<Value>(row)), true};
     }
+
+    std::uint64_t m_revision = 0;
 };
 
 template <class K, class V, class Less = std::less<K>>

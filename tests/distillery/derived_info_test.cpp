@@ -51,8 +51,11 @@ protected:
     void ExpectAll() const {
         EXPECT_EQ(derived.TriggerIdMap(), (CTriggerIdMap{{20, 6}, {21, 6}}));
         EXPECT_EQ(Rows(derived.ChannelInfo().BaseChannels()), (Lines{L"1 4 | 5 0 ", L"1 5 | 5 0 "}));
-        EXPECT_EQ(derived.GroupInfo().Groups(), (CGrexInfo::group_map{{{3, 0}, {0.5f, 1.5f}}}));
-        EXPECT_EQ(derived.GroupInfo().Entries(), (CGrexInfo::expansion_map{{{1, 2, 3, 4, 5, 6}, {8, 9, 3}}}));
+        EXPECT_EQ(derived.GroupInfo().Groups().size(), 1u);
+        EXPECT_EQ(derived.GroupInfo().Group(3), (std::vector<CGrexInfo::group_element>{{0.5f, 1.5f}}));
+        EXPECT_EQ(derived.GroupInfo().Entries().size(), 1u);
+        ASSERT_NE(derived.GroupInfo().Entry({1, 2, 3, 4, 5, 6}), nullptr);
+        EXPECT_EQ(*derived.GroupInfo().Entry({1, 2, 3, 4, 5, 6}), (CGrexInfo::entry{8, 9, 3}));
         EXPECT_EQ(derived.SpecIntervals().Intervals().size(), 1u);
         EXPECT_EQ(Rows(derived.RotorInfo().Rotor2OrderSources()), (Lines{L"71 73 72 0 | 70 "}));
         EXPECT_EQ(derived.ModeInfo().Params().size(), 1u);
@@ -60,8 +63,8 @@ protected:
     void ExpectNothing() const {
         EXPECT_EQ(derived.TriggerIdMap(), CTriggerIdMap());
         EXPECT_EQ(Rows(derived.ChannelInfo().BaseChannels()), Lines());
-        EXPECT_EQ(derived.GroupInfo().Groups(), CGrexInfo::group_map());
-        EXPECT_EQ(derived.GroupInfo().Entries(), CGrexInfo::expansion_map());
+        EXPECT_TRUE(derived.GroupInfo().Groups().empty());
+        EXPECT_TRUE(derived.GroupInfo().Entries().empty());
         EXPECT_EQ(derived.SpecIntervals().Intervals().size(), 0u);
         EXPECT_EQ(Rows(derived.RotorInfo().Rotor2OrderSources()), Lines());
         EXPECT_EQ(derived.ModeInfo().Params().size(), 0u);

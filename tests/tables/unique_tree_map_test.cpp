@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <functional>
 #include <gtest/gtest.h>
 #include <map>
@@ -21,11 +23,34 @@ TEST(UniqueTreeMap, LivesInOnePool) {
     EXPECT_EQ(&paramdb::TreeMemory(), &paramdb::TreeMemory());
     EXPECT_EQ(Map().get_allocator().resource(), &paramdb::TreeMemory());
     EXPECT_EQ((CUniqueTreeMap<QIdx1, QIdxName>().get_allocator().resource()), &paramdb::TreeMemory());
-    EXPECT_NE(dynamic_cast<std::pmr::unsynchronized_pool_resource*>(&paramdb::TreeMemory()), nullptr);
     EXPECT_TRUE(
         (std::is_base_of_v<std::map<int, std::string, std::less<int>,
                                     std::pmr::polymorphic_allocator<std::pair<int const, std::string>>>,
                            Map>));
+}
+
+TEST(UniqueTreeMap, ThePoolServesEverySizeAndAlignment) {
+    std::pmr::memory_resource& pool = paramdb::TreeMemory();
+    EXPECT_TRUE(pool.is_equal(pool));
+    EXPECT_FALSE(pool.is_equal(*std::pmr::new_delete_resource()));
+    struct Piece {
+        void* memory;
+        std::size_t size;
+        std::size_t alignment;
+    };
+    std::vector<Piece> pieces;
+    for (std::size_t const alignment : {1u, 8u, 16u, 64u})
+        for (std::size_t size = 1; size < 400; size += 7) {
+            void* const memory = pool.allocate(size, alignment);
+            EXPECT_EQ(reinterpret_cast<std::uintptr_t>(memory) % alignment, 0u);
+            std::memset(memory, 0xA5, size);
+            pieces.push_back({memory, size, alignment});
+        }
+    for (Piece const& piece : pieces) {
+        auto const* const bytes = static_cast<unsigned char const*>(piece.memory);
+        EXPECT_TRUE(std::all_of(bytes, bytes + piece.size, [](unsigned char byte) { return byte == 0xA5; }));
+        pool.deallocate(piece.memory, piece.size, piece.alignment);
+    }
 }
 
 TEST(UniqueTreeMap, TheFirstRowOfAKeyStays) {
