@@ -3,7 +3,8 @@
 namespace paramdb {
 namespace {
 
-// The texts are shown as they are, their misspellings included: hosts and their users know them in this form.
+// The texts are shown as they are, their misspellings included: hosts and their users know them in this
+// form.
 constexpr StringEntry Strings[] = {
     // Words of display lines.
     {7, L"Section"},
@@ -75,7 +76,7 @@ constexpr StringEntry Strings[] = {
     {145, L"Learn procedure A"},
     {146, L"Learn procedure B"},
     {147, L"SignalGuard calculation"},
-    {148, L"H\u00F6lder power"},
+    {148, L"Hölder power"},
     {149, L"Spectral deviation calculation method"},
     {150, L"Spectral deviaton std.deviation weight"},
     {151, L"End spectrum calculation method"},
@@ -93,7 +94,7 @@ constexpr StringEntry Strings[] = {
     {220, L"(Shifting noise)"},
     {221, L"Peak"},
     {222, L"RMS"},
-    {223, L"H\u00F6lder mean p6"},
+    {223, L"Hölder mean p6"},
     // Special calculation.
     {250, L"Standard"},
     {251, L"Median"},
@@ -153,10 +154,15 @@ constexpr StringEntry Strings[] = {
     {551, L"Difference"},
 };
 
+constexpr ElementWords Elements[] = {
+    {L"Test step", L"Test steps"}, {L"Instrument", L"Instruments"}, {L"Channel", L"Channels"},
+    {L"Object", L"Objects"},       {L"Parameter", L"Parameters"},   {L"Sensor", L"Sensors"},
+};
+
 } // namespace
 
-std::span<StringEntry const> EnglishStrings() noexcept {
-    return Strings;
+StringTable EnglishTable(std::uint16_t language) noexcept {
+    return {language, Strings, Elements};
 }
 
 } // namespace paramdb

@@ -1,3 +1,5 @@
+#include <paramdb/platform/core/lib_mgr.h>
+#include <paramdb/platform/core/string_tables.h>
 #include <paramdb/platform/signal/clavis.h>
 
 #include <algorithm>
@@ -5,23 +7,30 @@
 namespace Clavis {
 namespace {
 
-constexpr int FormCount = 3;
+static_assert(ElementCount == paramdb::KeyElements);
 
-constexpr wchar_t const* Words[ElementCount][FormCount] = {
-    {L"Mode", L"Test step", L"Test steps"},
-    {L"Instrument", L"Instrument", L"Instruments"},
-    {L"Channel", L"Channel", L"Channels"},
-    {L"Location", L"Object", L"Objects"},
-    {L"InstrumentParam", L"Parameter", L"Parameters"},
-    {L"ApplicationSignal", L"Sensor", L"Sensors"},
+// The words of form 0; those of the forms 1 and 2 stand in the string tables.
+constexpr wchar_t const* TechnicalWords[ElementCount] = {
+    L"Mode", L"Instrument", L"Channel", L"Location", L"InstrumentParam", L"ApplicationSignal",
 };
 
 } // namespace
 
 CString ElementName(int element, int form) {
-    if (element < 0 || element >= ElementCount || form < 0 || form >= FormCount)
+    if (element < 0 || element >= ElementCount)
         return {};
-    return Words[element][form];
+    auto const index = static_cast<std::size_t>(element);
+    auto const language = static_cast<std::uint16_t>(CLibMgr::GetLanguage());
+    switch (form) {
+    case 0:
+        return TechnicalWords[index];
+    case 1:
+        return paramdb::FindElements(language)[index].singular;
+    case 2:
+        return paramdb::FindElements(language)[index].plural;
+    default:
+        return {};
+    }
 }
 
 } // namespace Clavis

@@ -21,16 +21,27 @@ enum qOrder {
 
 inline constexpr int ElementCount = 6;
 
-// The word for an element. Form 0 is the technical word ("Mode"), 1 the singular for the screen ("Test
-// step"), 2 the plural ("Test steps"). Any other element or form gives an empty text. Any thread.
+// The word for an element. Form 0 is the technical word ("Mode"), the same in every language; 1 is the
+// singular for the screen ("Test step"), 2 the plural ("Test steps"), both in the language of CLibMgr. Any
+// other element or form gives an empty text. Any thread.
 [[nodiscard]] CString ElementName(int element, int form);
 
 } // namespace Clavis
+
+// The plain form of a key: six ints in the order of Clavis::qOrder, -1 for an element that is not set.
+struct SClavis {
+    int elements[Clavis::ElementCount] = {-1, -1, -1, -1, -1, -1};
+
+    [[nodiscard]] int operator[](int element) const noexcept { return elements[element]; }
+    [[nodiscard]] int& operator[](int element) noexcept { return elements[element]; }
+};
 
 // Six ints in the order of Clavis::qOrder; -1 is an element that is not set, or any value in a pattern.
 class CClavis {
 public:
     CClavis() noexcept { m_elements.fill(-1); }
+    CClavis(int mode, int instrument, int channel, int location, int parameter, int signal) noexcept
+        : m_elements{mode, instrument, channel, location, parameter, signal} {}
 
     // From six ints in order; they are copied.
     explicit CClavis(int const* elements) noexcept;

@@ -1,10 +1,20 @@
+#include <paramdb/platform/core/lib_mgr.h>
+#include <paramdb/platform/core/string_tables.h>
 #include <paramdb/platform/signal/clavis.h>
 
+#include <cstdint>
 #include <gtest/gtest.h>
 
 namespace {
 
-TEST(ClavisElementName, AllForms) {
+// Each test leaves the language as the environment has it.
+class ClavisElementName : public testing::Test {
+protected:
+    void SetUp() override { CLibMgr::SetLanguage(CLibMgr::Language::english); }
+    void TearDown() override { CLibMgr::ResetLanguage(); }
+};
+
+TEST_F(ClavisElementName, AllForms) {
     wchar_t const* const words[6][3] = {
         {L"Mode", L"Test step", L"Test steps"},
         {L"Instrument", L"Instrument", L"Instruments"},
@@ -19,7 +29,29 @@ TEST(ClavisElementName, AllForms) {
     }
 }
 
-TEST(ClavisElementName, OutsideIsEmpty) {
+TEST_F(ClavisElementName, FollowsTheLanguageButForTheTechnicalWord) {
+    using enum CLibMgr::Language;
+    wchar_t const* const technical[] = {L"Mode",     L"Instrument",      L"Channel",
+                                        L"Location", L"InstrumentParam", L"ApplicationSignal"};
+    for (CLibMgr::Language const language :
+         {english, portuguese, czech, german, french, hungarian, italian, standard, chinese, spanish}) {
+        CLibMgr::SetLanguage(language);
+        auto const words = paramdb::FindElements(static_cast<std::uint16_t>(language));
+        for (int element = 0; element < 6; ++element) {
+            auto const i = static_cast<std::size_t>(element);
+            EXPECT_EQ(Clavis::ElementName(element, 0), technical[i]) << element;
+            EXPECT_EQ(Clavis::ElementName(element, 1), words[i].singular) << element;
+            EXPECT_EQ(Clavis::ElementName(element, 2), words[i].plural) << element;
+        }
+    }
+    CLibMgr::SetLanguage(german);
+    EXPECT_EQ(Clavis::ElementName(Clavis::qMode, 1), L"Prüfschritt");
+    EXPECT_EQ(Clavis::ElementName(Clavis::qMode, 2), L"Prüfschritte");
+    CLibMgr::SetLanguage(french);
+    EXPECT_EQ(Clavis::ElementName(Clavis::qSignal, 2), L"Capteurs");
+}
+
+TEST_F(ClavisElementName, OutsideIsEmpty) {
     EXPECT_EQ(Clavis::ElementName(-1, 1), L"");
     EXPECT_EQ(Clavis::ElementName(6, 1), L"");
     EXPECT_EQ(Clavis::ElementName(0, -1), L"");
