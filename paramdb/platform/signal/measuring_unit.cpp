@@ -37,7 +37,8 @@ std::wstring_view UnitText(int unit) {
 
 } // namespace
 
-CMeasuringUnit::CMeasuringUnit(int unit, int prefix) : m_unit(unit), m_prefix(FindPrefix(prefix).power) {}
+CMeasuringUnit::CMeasuringUnit(int unit, int prefix, short value, double factor, unsigned int flags)
+    : m_unit(unit), m_prefix(FindPrefix(prefix).power), m_value(value), m_factor(factor), m_flags(flags) {}
 
 void CMeasuringUnit::set(wchar_t const* text) {
     // A unit without prefix goes first: "mm" is no metre with a prefix.
