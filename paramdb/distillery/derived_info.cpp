@@ -4,7 +4,9 @@
 
 CQtDerivedInfo::CQtDerivedInfo(CQtParamStore& store)
     : m_store(&store), m_rotor_tables(store), m_spec_intervals(store), m_channels(store),
-      m_rotors(store, m_rotor_tables, m_channels), m_modes(store), m_groups(store) {}
+      m_rotors(store, m_rotor_tables, m_channels), m_modes(store), m_groups(store),
+      m_instrument_counts(store.Tables().InstrumentParam),
+      m_channel_type_counts(store.Tables().ChannelProperty) {}
 
 bool CQtDerivedInfo::BuildDerivedInfo() {
     constexpr std::size_t steps = 6;
@@ -21,6 +23,8 @@ bool CQtDerivedInfo::BuildDerivedInfo() {
     bool const has_room = m_modes.Build();
     paramdb::AdvanceProgress(1);
     m_trigger_ids = BuildTriggerIdMap(m_store->Tables());
+    m_instrument_counts.Update();
+    m_channel_type_counts.Update();
     paramdb::AdvanceProgress(1);
     return has_room;
 }

@@ -6,13 +6,19 @@
 #include <paramdb/distillery/mode_info.h>
 #include <paramdb/distillery/rotor_info.h>
 #include <paramdb/distillery/rotor_tables.h>
+#include <paramdb/distillery/row_counts.h>
 #include <paramdb/distillery/spec_interval_store.h>
 #include <paramdb/distillery/trigger_map.h>
+#include <paramdb/tables/system_rows.h>
+#include <paramdb/tables/unique_vector_map.h>
 
 class CQtParamStore;
 
 class CQtDerivedInfo {
 public:
+    using CInstrumentCounts = CRowCounts<CDbUniqueMap<QIdx1, QVInstrumentParam>, "instrument">;
+    using CChannelTypeCounts = CRowCounts<CDbUniqueMap<QIdx1, QVChannelProperty>, "flags">;
+
     // The store must outlive this object.
     explicit CQtDerivedInfo(CQtParamStore& store);
 
@@ -31,6 +37,9 @@ public:
     CQtModeInfo& ModeInfo() { return m_modes; }
     CQtModeInfo const& ModeInfo() const { return m_modes; }
     CGrexInfo const& GroupInfo() const { return m_groups; }
+    // The instrument parameters of each instrument, and the channels of each type.
+    CInstrumentCounts const& InstrumentCounts() const { return m_instrument_counts; }
+    CChannelTypeCounts const& ChannelTypeCounts() const { return m_channel_type_counts; }
 
 private:
     CQtParamStore* m_store;
@@ -41,4 +50,6 @@ private:
     CQtRotorInfo m_rotors;
     CQtModeInfo m_modes;
     CGrexInfo m_groups;
+    CInstrumentCounts m_instrument_counts;
+    CChannelTypeCounts m_channel_type_counts;
 };

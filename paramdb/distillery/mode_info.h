@@ -55,6 +55,9 @@ public:
 
     // Names; see the members of CQtParamInstance.
     CString Name(int virtual_mode) const;
+    // The name behind what the text holds; std::wstring and CTextBuffer<500>.
+    template <class Text>
+    void AppendName(Text& text, int virtual_mode) const;
     CString BaseName(int extension, int physical_mode) const;
     CString NameFragment(CAutoModeParamMap::const_iterator parameter, float value,
                          unsigned int precision) const;
@@ -66,11 +69,12 @@ private:
     // The interval field of the parameter at that position: 0, or the interval index plus 1.
     unsigned int IntervalField(std::size_t parameter, int virtual_mode) const;
 
-    std::wstring Suffix(int extension) const;
-    std::wstring Label(int signal, unsigned int state) const;
-    std::wstring PositionFragment(int parameter, int virtual_mode, unsigned int precision) const;
-    // The unit text of a signal, which the row takes over; false without a row in <TAppSignalProperty>.
-    bool UnitText(int signal, std::wstring& text) const;
+    template <class Text>
+    void AppendBaseName(Text& text, int extension, int physical_mode) const;
+    template <class Text>
+    void AppendLabel(Text& text, int signal, unsigned int state) const;
+    template <class Text>
+    void AppendPosition(Text& text, int parameter, int virtual_mode) const;
 
     CQtParamStore* m_store;
     int m_extension_bits = 0;

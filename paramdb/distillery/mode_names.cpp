@@ -1,10 +1,12 @@
 // CQtModeInfo: the names of virtual modes.
 #include <paramdb/distillery/mode_info.h>
-#include <paramdb/platform/signal/measuring_unit.h>
+#include <paramdb/distillery/signal_unit.h>
+#include <paramdb/keys/text_buffer.h>
 #include <paramdb/service/param_store.h>
 
+#include <charconv>
+#include <cmath>
 #include <iterator>
-#include <mutex>
 
 namespace {
 
@@ -16,113 +18,125 @@ bool Moves(unsigned int state) {
     return (state & 2) != 0;
 }
 
-std::wstring FormatPosition(float value, unsigned int precision) {
-    CString text;
-    text.Format(L"%.*f", static_cast<int>(precision), static_cast<double>(value));
-    return text.GetString();
+// A whole number as %.0f prints it.
+CTextBuffer<48> WholeNumber(float value) {
+    CTextBuffer<48> text;
+    if (std::signbit(value))
+        text += L"-";
+    if (!std::isfinite(value))
+        return text += std::isnan(value) ? L"nan" : L"inf";
+    char digits[40]; // the largest float has 39
+    char const* const end = std::to_chars(std::begin(digits), std::end(digits),
+                                          std::fabs(static_cast<double>(value)), std::chars_format::fixed, 0)
+                                .ptr;
+    return text.AppendAscii(digits, end);
 }
 
 } // namespace
 
 CString CQtModeInfo::Name(int virtual_mode) const {
+    std::wstring name;
+    AppendName(name, virtual_mode);
+    return name;
+}
+
+CString CQtModeInfo::BaseName(int extension, int physical_mode) const {
+    std::wstring name;
+    AppendBaseName(name, extension, physical_mode);
+    return name;
+}
+
+CString CQtModeInfo::NameFragment(CAutoModeParamMap::const_iterator parameter, float value,
+                                  unsigned int precision) const {
+    auto& properties = m_store->Tables().AppSignalProperty;
+    auto const row = properties.find(parameter->second.SignalId);
+    if (row == properties.end())
+        return {};
+    CString text;
+    text.Format(L"%.*f", static_cast<int>(precision), static_cast<double>(value));
+    return text += paramdb::UnitTextOf(row->second).c_str();
+}
+
+template <class Text>
+void CQtModeInfo::AppendName(Text& text, int virtual_mode) const {
     int const physical_mode = PhysicalMode(virtual_mode);
     if (!IsVirtual(virtual_mode) || physical_mode == -1)
-        return {};
+        return;
     int const extension = Extension(virtual_mode);
     auto const& orders = m_store->Tables().AutoModeParamOrder;
     if (orders.empty()) {
         // The mask goes onto the extension here, not onto the id: hosts know the names as they are.
         int const base = static_cast<int>(static_cast<unsigned int>(extension) & ~m_extension_mask);
-        return CString(m_store->Tables().Mode.Name(base)) + L"#" + std::to_wstring(extension);
+        text += m_store->Tables().Mode.Name(base);
+        text += L"#";
+        text += (CTextBuffer<12>() += extension).view();
+        return;
     }
-    CString name = BaseName(extension, physical_mode);
+    AppendBaseName(text, extension, physical_mode);
     for (auto const& [order, row] : orders) {
-        name += m_naming.PositionSeparatorText;
-        name += PositionFragment(order[0], virtual_mode, 0);
+        text += m_naming.PositionSeparatorText;
+        AppendPosition(text, order[0], virtual_mode);
     }
-    return name;
 }
+template void CQtModeInfo::AppendName(CTextBuffer<500>& text, int virtual_mode) const;
 
-CString CQtModeInfo::BaseName(int extension, int physical_mode) const {
-    return CString(m_store->Tables().PhysMode.Name(physical_mode)) + m_naming.SeparatorText +
-           Suffix(extension);
-}
-
-CString CQtModeInfo::NameFragment(CAutoModeParamMap::const_iterator parameter, float value,
-                                  unsigned int precision) const {
-    std::wstring unit;
-    if (!UnitText(parameter->second.SignalId, unit))
-        return {};
-    return FormatPosition(value, precision) + unit;
-}
-
-std::wstring CQtModeInfo::Suffix(int extension) const {
-    std::wstring labels;
+template <class Text>
+void CQtModeInfo::AppendBaseName(Text& text, int extension, int physical_mode) const {
+    text += m_store->Tables().PhysMode.Name(physical_mode);
+    text += m_naming.SeparatorText;
     bool moves = false;
-    std::size_t position = 0;
-    for (auto const& [order, params] : m_params) {
-        unsigned int const state = State(position++, extension);
-        moves = moves || Moves(state);
-        labels += Label(params.SignalId, state);
+    for (std::size_t position = 0; position < m_params.size(); ++position)
+        moves = moves || Moves(State(position, extension));
+    if (!moves) {
+        bool const indexed =
+            !m_params.empty() && m_params.begin()->second.HasState && State(0, extension) == 0;
+        text += indexed ? m_naming.IndexedSuffix : m_naming.ConstantSuffix;
+        return;
     }
-    if (moves)
-        return labels;
-    bool const indexed = !m_params.empty() && m_params.begin()->second.HasState && State(0, extension) == 0;
-    return indexed ? m_naming.IndexedSuffix : m_naming.ConstantSuffix;
+    std::size_t position = 0;
+    for (auto const& [order, params] : m_params)
+        AppendLabel(text, params.SignalId, State(position++, extension));
 }
 
-std::wstring CQtModeInfo::Label(int signal, unsigned int state) const {
-    std::wstring label;
+template <class Text>
+void CQtModeInfo::AppendLabel(Text& text, int signal, unsigned int state) const {
     if (auto const entry = m_naming.ParamTexts.find(signal); entry != m_naming.ParamTexts.end()) {
-        auto const& [style, text] = entry->second;
+        auto const& [style, label] = entry->second;
         if (style != MovingStyle || Moves(state))
-            label = text;
-        if (style == StationaryStyle && !Moves(state))
-            return label + m_naming.StationaryText;
+            text += label;
+        if (style == StationaryStyle && !Moves(state)) {
+            text += m_naming.StationaryText;
+            return;
+        }
     }
     switch (state) {
     case 1:
-        return label + m_naming.StateDownText;
+        text += m_naming.StateDownText;
+        break;
     case 2:
-        return label + m_naming.StateFallText;
+        text += m_naming.StateFallText;
+        break;
     case 3:
-        return label + m_naming.StateUpText;
+        text += m_naming.StateUpText;
+        break;
     default:
-        return label + m_naming.StateConstantText;
+        text += m_naming.StateConstantText;
     }
 }
 
-std::wstring CQtModeInfo::PositionFragment(int parameter, int virtual_mode, unsigned int precision) const {
+template <class Text>
+void CQtModeInfo::AppendPosition(Text& text, int parameter, int virtual_mode) const {
     if (parameter < 0 || static_cast<std::size_t>(parameter) >= m_params.size())
-        return {};
+        return;
     auto const& params = std::next(m_params.begin(), parameter)->second;
     unsigned int const field = IntervalField(static_cast<std::size_t>(parameter), virtual_mode);
-    std::wstring unit;
-    bool const has_row = UnitText(params.SignalId, unit);
-    if (field == 0)
-        return L"x" + unit;
-    return has_row ? FormatPosition(Position(params, field - 1), precision) + unit : std::wstring();
-}
-
-bool CQtModeInfo::UnitText(int signal, std::wstring& text) const {
-    constexpr int first_common = 2;
-    constexpr int last_common = 30;
     auto& properties = m_store->Tables().AppSignalProperty;
-    auto const row = properties.find(signal);
+    auto const row = properties.find(params.SignalId);
+    if (field == 0)
+        text += L"x";
     if (row == properties.end())
-        return false;
-    CFixedText& stored = row->second.get<"unit">();
-    int const code = row->second.get<"unit_code">();
-    int const prefix = row->second.get<"unit_prefix">();
-    // Queries of several threads may come here at once.
-    static std::mutex rewriting;
-    std::lock_guard const lock(rewriting);
-    if (code == 0 || (code >= first_common && code <= last_common)) {
-        bool const no_prefix = prefix == 1 || prefix == -1;
-        CString const unit = CMeasuringUnit(code, no_prefix ? 0 : prefix).prefixunit(false);
-        if (!(stored == unit.GetString()))
-            stored = CFixedText(unit.GetString());
-    }
-    text = stored.view();
-    return true;
+        return;
+    if (field != 0)
+        text += WholeNumber(Position(params, field - 1)).view();
+    text += paramdb::UnitTextOf(row->second).view();
 }

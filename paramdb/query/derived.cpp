@@ -1,4 +1,4 @@
-// CQtParamInstance: what the load has derived for channels, triggers and spectral intervals.
+// CQtParamInstance: what the load has derived for channels and spectral intervals.
 #include <paramdb/query/param_instance.h>
 
 int CQtParamInstance::BaseChannel(int mode, int channel) const {
@@ -11,12 +11,6 @@ int CQtParamInstance::ChannelFlags(int mode, int channel) const {
 
 int CQtParamInstance::ParentChannel(int mode, int channel) const {
     return m_distillery->DerivedInfo().ChannelInfo().Parent(VirtMode2BaseMode(mode), channel);
-}
-
-int CQtParamInstance::TriggerId(int parameter) const {
-    auto const& triggers = m_distillery->DerivedInfo().TriggerIdMap();
-    auto const trigger = triggers.find(parameter);
-    return trigger != triggers.end() ? trigger->second : -1;
 }
 
 wchar_t const* CQtParamInstance::SpecIntervalDefinition(unsigned int parameter) const {

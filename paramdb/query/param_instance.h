@@ -10,8 +10,15 @@
 #pragma once
 
 #include <paramdb/distillery/param_distillery.h>
+#include <paramdb/keys/q_clavis.h>
+#include <paramdb/keys/text_buffer.h>
+#include <paramdb/platform/signal/clavis.h>
+#include <paramdb/platform/signal/measuring_unit.h>
 
+#include <bitset>
 #include <string>
+
+class CComboBox;
 
 class CQtParamInstance {
 public:
@@ -96,6 +103,136 @@ public:
         return m_distillery->Tables().TriggerParam;
     }
 
+    // Names and ids (names.cpp). -1 is the id of nothing and the answer to a name that is not there; an id
+    // that is not there has an empty name. Names are compared by code unit. A name of 200 or more characters
+    // is reported (TableType::strcopy) and looked up by its first 199. Arguments must not be null. A returned
+    // name is valid until its table is cleared or read again, a generated one until the next such call of the
+    // same thread. Nothing here allocates.
+#define PARAMDB_NAMES(kind, table)                                                                           \
+    int kind##Id(wchar_t const* name) const {                                                                \
+        return m_distillery->Tables().table.Idx(name);                                                       \
+    }                                                                                                        \
+    wchar_t const* kind##Name(int id) const {                                                                \
+        return m_distillery->Tables().table.Name(id);                                                        \
+    }
+    PARAMDB_NAMES(TypeAlias, TypeNames)
+    PARAMDB_NAMES(BenchAlias, BenchNames)
+    PARAMDB_NAMES(Channel, Channel)
+    PARAMDB_NAMES(Location, Location)
+    PARAMDB_NAMES(PhysMode, PhysMode)
+    PARAMDB_NAMES(ResamplingJob, ResamplingJob)
+    PARAMDB_NAMES(ResamplingSet, ResamplingSet)
+    PARAMDB_NAMES(SensorGroup, SensorGroup)
+    PARAMDB_NAMES(ApplicationSignal, ApplicationSignal)
+#undef PARAMDB_NAMES
+    int ModeId(wchar_t const* name) const;
+    int InstrumentId(wchar_t const* name) const;
+    // The name of a mode; of a virtual mode that is no row of <TMode> a generated one of 499 characters at
+    // most. Empty for -1.
+    wchar_t const* ModeName(int mode) const;
+    // The name of an instrument, "(Instr. 17)" for one without; never empty.
+    wchar_t const* InstrumentName(int instrument) const;
+
+    // Whether a row has that id. A virtual mode is valid once it has been added.
+    bool IsValidMode(int id) const;
+    bool IsValidPhysMode(int id) const;
+    bool IsValidInstrument(int id) const;
+    bool IsValidChannel(int id) const;
+    bool IsValidLocation(int id) const;
+    bool IsValidApplicationSignal(int id) const;
+
+    // The physical mode of a mode; -1 for -1 and without a row.
+    int PhysModeId(int mode) const {
+        return Modes().PhysicalMode(mode);
+    }
+
+    // The parameter of that name under that instrument, the one of the lowest id; -1 for the instrument is
+    // none and no wildcard. Looks at all parameters.
+    int InstrumentParamId(wchar_t const* name, int instrument) const;
+    wchar_t const* InstrumentParamName(int parameter) const;
+    int InstrumentParameterToInstrument(int parameter) const;
+
+    // The trigger of that name, the one of the lowest id. Looks at all triggers.
+    int TriggerId(wchar_t const* name) const;
+    wchar_t const* TriggerName(int trigger) const;
+    // The trigger of an instrument parameter, or -1.
+    int TriggerId(int parameter) const;
+
+    // The name of a key element, numbered as Clavis::qOrder; null for any other number.
+    wchar_t const* ClavisElementName(int element, int id) const;
+    // The names of a key element by id. Instrument parameters have no such tree: they and any other number
+    // give that of the modes.
+    UniqueTree const& IdNameMap(unsigned int element) const;
+
+    // Kinds of instruments, channels, locations and signals (classification.cpp).
+
+    // What an instrument yields: 1 a single value, 2 a track, 3 a spectrum, 4 a kind of its own, 5 a track of
+    // the second kind, 6 data in two dimensions, -1 nothing; 0 for a number that is no instrument's.
+    static int ResultType(int instrument);
+    bool IsSingleValueInstrument(int instrument) const;
+    bool IsTrackInstrument(int instrument) const;
+    bool IsSpectrumInstrument(int instrument) const;
+    bool Is2dDataInstrument(int instrument) const;
+    // The track instrument that belongs to one of single values and back; -1 for any other. 1070 and 1700
+    // share the track 2070, which leads back to 1700.
+    static int ScalarInstrumentToTrackInstrument(int instrument);
+    static int TrackInstrumentToScalarInstrument(int instrument);
+    // The flags of a channel and of a location; 0 without a row.
+    enum channel_flag_t : unsigned int {
+        sync_channel = 1,
+        mix_channel = 2,
+        fix_channel = 4,
+    };
+    unsigned int ChannelResamplingType(int channel) const;
+    bool ChannelIsSync(int channel) const;
+    bool ChannelIsMix(int channel) const;
+    bool ChannelIsFix(int channel) const;
+    unsigned int LocationPropertyFlag(int location) const;
+    // The unit of an application signal, none without a row. Brings the unit text of the row up to date with
+    // its code, so that nobody may be reading that text.
+    CMeasuringUnit ApplicationSignalUnit(int signal);
+    // Whether the mix channel is measured at more than one location.
+    bool IpMultipleMixLocs() const;
+    // Fills a combo with the types by id, their ids as data, and selects the given one, or, if that is null or
+    // empty, the one selected before; none if no type has that name. Without any type the name stands alone in the
+    // combo, without an id. The result is the number of types (type_combo.cpp).
+    int FillTypeNameCombo(CComboBox& combo, wchar_t const* select) const;
+    // Replaces the mode of a key by its base mode.
+    void BaseModeClavis(QClavis& key) const;
+    QClavis BaseModeClavis(QClavis const& key) const;
+
+    // Texts for keys (key_text.cpp). Names and ids as above; an element of -1 reads "(Nil)".
+
+    // When an element shows its id, as "[17]" behind its name.
+    enum show_id_t {
+        show_id_never = 0,
+        show_id_always = 1,
+        show_id_if_unnamed = 2,
+    };
+    // The elements that the mask selects, joined by " / ". Without a rule ids show always or if unnamed,
+    // depending on ShowIdsInDialogs.
+    CString FormatClavisText(SClavis const& key, std::bitset<Clavis::ElementCount> mask) const;
+    CString FormatClavisText(CClavis const& key, std::bitset<Clavis::ElementCount> mask) const;
+    CString FormatClavisText(QClavis const& key, std::bitset<Clavis::ElementCount> mask) const;
+    CString FormatClavisText(SClavis const& key, show_id_t rule,
+                             std::bitset<Clavis::ElementCount> mask) const;
+    CString FormatClavisText(CClavis const& key, show_id_t rule,
+                             std::bitset<Clavis::ElementCount> mask) const;
+    CString FormatClavisText(QClavis const& key, show_id_t rule,
+                             std::bitset<Clavis::ElementCount> mask) const;
+    // Mode, instrument with parameter, location with channel, and signal, with the separator between blanks
+    // between them, cut to 499 characters. `both` as in FormatLocaChanText. The separator must not be null.
+    CString FormatClavisTextNice(CClavis const& key, bool both, wchar_t const* separator) const;
+    CString FormatClavisTextNice(QClavis const& key, bool both, wchar_t const* separator) const;
+    // The instrument, and the parameter too if the instrument has several. An instrument of -1 is that of the
+    // parameter. The result is the text of `out`.
+    wchar_t const* FormatInstrParamText(CString& out, int instrument, int parameter) const;
+    wchar_t const* FormatInstrParamText(CString& out, QClavis const& key) const;
+    // A fixed channel by its location, a mix channel by itself and, where there are several or `both` is set,
+    // its location, a synchronous channel by both. The result is the text of `out`.
+    wchar_t const* FormatLocaChanText(CString& out, int location, int channel, bool both) const;
+    wchar_t const* FormatLocaChanText(CString& out, QClavis const& key, bool both) const;
+
     // Virtual modes (modes.cpp). A virtual mode is the id of a base mode together with an extension, a
     // position in the grid of the auto mode parameters. Every query that takes a mode reduces it to its base
     // mode first, unless it says otherwise. -1 stands for no mode.
@@ -147,9 +284,6 @@ public:
     bool ModeIsOfType(int mode, QVModeProps::modeFlag flag) const;
     static bool ModeIsOfType(QVModeProps const& properties, QVModeProps::modeFlag flag);
 
-    // The name of a mode; of a virtual mode that is no row of <TMode> a generated one of 499 characters at
-    // most, valid until the next such call of the same thread. Empty for -1.
-    wchar_t const* ModeName(int mode) const;
     // The generated name of a virtual mode; empty for any other and without physical mode.
     CString VirtModeName(int virtual_mode) const {
         return Modes().Name(virtual_mode);
@@ -169,11 +303,6 @@ public:
     // the second also if it is there already, where the first keeps the row and answers true.
     bool AddVMode(int virtual_mode);
     bool AddVModeName(int virtual_mode, wchar_t const* name);
-
-    // The physical mode of a mode; -1 for -1 and without a row.
-    int PhysModeId(int mode) const {
-        return Modes().PhysicalMode(mode);
-    }
 
     // Rotors and gears (rotors.cpp). A rotor is also known by its gears and order sources. -1 as an argument
     // stands for none; a miss is what each says.
@@ -203,15 +332,13 @@ public:
     // mixed one, else none.
     CQtRotorInfo::Range OrderSourceRange(int mode, int channel, int rotor, bool reference) const;
 
-    // Channels, triggers, intervals, polygons (derived.cpp).
+    // Channels, intervals, polygons (derived.cpp).
 
     // The channel at the end of the line of parents, and the flags gathered on it; 0 without an entry.
     int BaseChannel(int mode, int channel) const;
     int ChannelFlags(int mode, int channel) const;
     // The channel that a channel inherits from, or -1.
     int ParentChannel(int mode, int channel) const;
-    // The trigger of an instrument parameter, or -1.
-    int TriggerId(int parameter) const;
     // The order definition of a spectral value or track; null on a miss.
     wchar_t const* SpecIntervalDefinition(unsigned int parameter) const;
     // The spectral intervals of an instrument parameter.
@@ -220,6 +347,21 @@ public:
     CGrexInfo const& GroupInfo() const {
         return m_distillery->DerivedInfo().GroupInfo();
     }
+
+    // What the settings of an instrument parameter are, as lines to show (display_text.cpp), in the language
+    // in force. A label or a word that the string table lacks is empty. Not const, as the string table of a
+    // host may load on demand.
+
+    // Each setting as prefix, line, suffix; prefix and suffix once for a parameter without row or settings.
+    // What goes beyond 999 characters is dropped. Throws std::out_of_range("invalid map<K, T> key") for a
+    // parameter of the instrument 2900, whose table stands in another family than it is looked for.
+    CString IpDisplayText(int parameter, CString const& prefix, CString const& suffix);
+    // "label: value", with " (#index)" behind it unless the index is negative. The label is a string id.
+    CString IpParamDisplayText(unsigned int label, std::wstring const& value, int index);
+    // "label: word (#value)"; label and word are string ids.
+    CString IpEnumParamDisplayText(unsigned int label, int value, unsigned int text);
+    // The same for the accumulation of a spectrum; without a number for 0.
+    CString IpSpectrumAccumulationType(ParamDb::time_domain_accumulation_t accumulation);
 
     // The switch that makes names show their ids. It lives in the message sea; false while nobody has set it.
     static void ShowIdsInDialogs(bool show);
@@ -231,6 +373,11 @@ public:
     }
 
 private:
+    // Room for a nice text; two names always fit.
+    using KeyText = CTextBuffer<500>;
+    void AppendInstrParam(KeyText& text, int instrument, int parameter) const;
+    void AppendLocaChan(KeyText& text, int location, int channel, bool both) const;
+
     CQtModeInfo& Modes() {
         return m_distillery->DerivedInfo().ModeInfo();
     }
