@@ -1,5 +1,5 @@
 // The vocabulary of the calculation settings: the words for each setting and for its values, in the language
-// in force.
+// in force. All functions are for any thread.
 #pragma once
 
 #include <paramdb/keys/value_base.h>
@@ -17,8 +17,9 @@ public:
     std::tuple<> tuple() { return {}; }
     std::tuple<> tuple() const { return {}; }
 
-    // The name of a setting, numbered from 0 to 51, such as "Trigger"; "Parameter #99" in the like for any
-    // other.
+    // The name of a setting, numbered from 0 to 51, such as "Trigger"; "Calculation parameter #60" for one
+    // that has none. Settings stand from 100 on in the string table, and a number beyond them finds what
+    // stands at its place.
     static CString GetCalcParamEnumText(int parameter);
     // Replaces the list by the names of all settings in order and returns their number.
     static std::size_t GetCalcParamEnumTexts(std::list<CString>& texts);

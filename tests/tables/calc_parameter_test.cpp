@@ -1,5 +1,6 @@
 #include <paramdb/keys/value_base.h>
 #include <paramdb/platform/core/lib_mgr.h>
+#include <paramdb/platform/core/string_tables.h>
 #include <paramdb/tables/calc_parameter.h>
 
 #include <gtest/gtest.h>
@@ -165,6 +166,63 @@ TEST_F(CalcParameterTest, ValuesWithoutWord) {
 TEST_F(CalcParameterTest, AValueBeyondItsSettingFindsTheWordAtItsPlace) {
     EXPECT_EQ(QVIpCalcParameter::GetCalcParamEnumSubText(0, 20), L"(Shifting noise)");
     EXPECT_EQ(QVIpCalcParameter::GetCalcParamEnumSubText(0, -100), L"Calculation");
+    EXPECT_EQ(QVIpCalcParameter::GetCalcParamEnumSubText(34, 3), L"Position max. force") << "not in the list";
+    EXPECT_EQ(QVIpCalcParameter::GetCalcParamEnumSubText(34, 4), L"Shifting time");
+    EXPECT_EQ(QVIpCalcParameter::GetCalcParamEnumSubText(34, 5), L"(5)");
+    EXPECT_EQ(QVIpCalcParameter::GetCalcParamEnumText(100), L"not defined") << "the same for a name";
+    EXPECT_EQ(QVIpCalcParameter::GetCalcParamEnumText(-1), L"Calculation parameter");
+}
+
+// A list is replaced, and each of its words is what the lookup of one gives.
+TEST_F(CalcParameterTest, OnlyNineSettingsHaveWords) {
+    for (int parameter = -2; parameter < 120; ++parameter) {
+        SCOPED_TRACE(parameter);
+        texts = {L"old", L"older"};
+        std::size_t const count = QVIpCalcParameter::GetCalcParamEnumSubTexts(parameter, texts);
+        ASSERT_EQ(count, texts.size());
+        ASSERT_EQ(count > 0, parameter == 51 || Words.contains(parameter));
+        int value = parameter == 51 ? 20 : 0;
+        for (CString const& text : texts)
+            ASSERT_EQ(QVIpCalcParameter::GetCalcParamEnumSubText(parameter, value++), text);
+        ASSERT_EQ(QVIpCalcParameter::GetCalcParamEnumSubText(parameter, 1000000), L"(1000000)");
+    }
+}
+
+TEST_F(CalcParameterTest, EveryLanguageHasTheVocabulary) {
+    std::map<int, unsigned int> const bases = {{0, 200},  {2, 300},  {9, 500},  {27, 400},
+                                               {33, 250}, {34, 290}, {42, 490}, {47, 220}};
+    for (paramdb::StringTable const& table : paramdb::StringTables()) {
+        SCOPED_TRACE(table.language);
+        CLibMgr::SetLanguage(static_cast<CLibMgr::Language>(table.language));
+        auto const text = [number = table.language](unsigned int id) {
+            wchar_t const* const found = paramdb::FindString(number, id);
+            return std::wstring(found != nullptr ? found : L"(none)");
+        };
+        std::vector<std::wstring> names;
+        for (unsigned int id = 100; id <= 151; ++id)
+            names.push_back(text(id));
+        EXPECT_EQ(QVIpCalcParameter::GetCalcParamEnumTexts(texts), 52u);
+        EXPECT_EQ(Plain(texts), names);
+        EXPECT_EQ(QVIpCalcParameter::GetCalcParamEnumText(52), (text(99) + L" #52").c_str());
+        for (auto const& [parameter, base] : bases) {
+            SCOPED_TRACE(parameter);
+            std::vector<std::wstring> words;
+            for (unsigned int value = 0; value < Words.at(parameter).size(); ++value)
+                words.push_back(text(base + value));
+            for (std::size_t value = 0; value < words.size(); ++value)
+                EXPECT_EQ(QVIpCalcParameter::GetCalcParamEnumSubText(parameter, static_cast<int>(value)),
+                          words[value]);
+            auto const unlisted = Unlisted.find(parameter);
+            words.resize(words.size() - (unlisted != Unlisted.end() ? unlisted->second : 0));
+            EXPECT_EQ(QVIpCalcParameter::GetCalcParamEnumSubTexts(parameter, texts), words.size());
+            EXPECT_EQ(Plain(texts), words);
+        }
+        // These are the same everywhere.
+        EXPECT_EQ(QVIpCalcParameter::GetCalcParamEnumSubTexts(51, texts), 3u);
+        EXPECT_EQ(Plain(texts), (std::vector<std::wstring>{L"max", L"mean", L"last"}));
+        EXPECT_EQ(QVIpCalcParameter::GetCalcParamEnumSubText(51, 21), L"mean");
+        EXPECT_EQ(QVIpCalcParameter::GetCalcParamEnumSubText(1, 5), L"(5)");
+    }
 }
 
 } // namespace
