@@ -31,13 +31,14 @@ public:
         return *this;
     }
     CTextBuffer& operator+=(wchar_t const* text) { return *this += std::wstring_view(text); }
+    CTextBuffer& operator+=(wchar_t unit) = delete; // it would be taken for a number
     // A number in decimal digits.
     CTextBuffer& operator+=(int number) {
         char digits[12];
         return AppendAscii(digits, std::to_chars(std::begin(digits), std::end(digits), number).ptr);
     }
     CTextBuffer& AppendAscii(char const* first, char const* last) {
-        for (; first != last && m_length + 1 < Capacity; ++first)
+        for (; first != last && m_length < Capacity - 1; ++first)
             m_text[m_length++] = static_cast<wchar_t>(*first);
         m_text[m_length] = L'\0';
         return *this;
