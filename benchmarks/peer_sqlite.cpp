@@ -1,47 +1,15 @@
 // SQLite: a database file with one table for each tag, whose rows stand in the order of the keys and are
 // selected in that order, without a sort and without an index in between.
 #include "peers.h"
+#include "sqlite.h"
 
 #include <limits>
-#include <memory>
-#include <sqlite3.h>
-#include <stdexcept>
 #include <string>
 #include <tuple>
 #include <type_traits>
 
 namespace benchmarks {
 namespace {
-
-struct Close {
-    void operator()(sqlite3* database) const { sqlite3_close(database); }
-    void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
-};
-using Database = std::unique_ptr<sqlite3, Close>;
-using Statement = std::unique_ptr<sqlite3_stmt, Close>;
-
-void Demand(bool good, Database const& database) {
-    if (!good)
-        throw std::runtime_error(std::string("SQLite: ") + sqlite3_errmsg(database.get()));
-}
-
-Database Open(std::filesystem::path const& path, int flags) {
-    sqlite3* database = nullptr;
-    int const result = sqlite3_open_v2(path.c_str(), &database, flags, nullptr);
-    Database opened(database);
-    Demand(result == SQLITE_OK, opened);
-    return opened;
-}
-
-void Run(Database const& database, std::string const& text) {
-    Demand(sqlite3_exec(database.get(), text.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK, database);
-}
-
-Statement Prepare(Database const& database, std::string const& text) {
-    sqlite3_stmt* statement = nullptr;
-    Demand(sqlite3_prepare_v2(database.get(), text.c_str(), -1, &statement, nullptr) == SQLITE_OK, database);
-    return Statement(statement);
-}
 
 // Creates the table and fills it; the column types turn the texts of numbers into numbers.
 void WriteTable(Database const& database, TableRows const& table) {
@@ -58,8 +26,8 @@ void WriteTable(Database const& database, TableRows const& table) {
         places += column == 0 ? "?" : ", ?";
     }
     std::string const name = '"' + table.Tag() + '"';
-    Run(database, "CREATE TABLE " + name + " (" + columns + ")");
-    Statement const insert = Prepare(database, "INSERT INTO " + name + " VALUES (" + places + ")");
+    RunSql(database, "CREATE TABLE " + name + " (" + columns + ")");
+    Statement const insert = PrepareSql(database, "INSERT INTO " + name + " VALUES (" + places + ")");
     for (std::string const& row : table.rows) {
         RowFields fields(row);
         for (std::size_t column = 0; column < types.size(); ++column) {
@@ -73,12 +41,12 @@ void WriteTable(Database const& database, TableRows const& table) {
 }
 
 void Write(std::vector<TableRows> const& tables, std::filesystem::path const& path) {
-    Database const database = Open(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
-    Run(database, "PRAGMA synchronous = OFF");
-    Run(database, "BEGIN");
+    Database const database = OpenDatabase(path.string(), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+    RunSql(database, "PRAGMA synchronous = OFF");
+    RunSql(database, "BEGIN");
     for (TableRows const& table : tables)
         WriteTable(database, table);
-    Run(database, "COMMIT");
+    RunSql(database, "COMMIT");
 }
 
 template <class T>
@@ -95,7 +63,7 @@ void Take(sqlite3_stmt* row, int column, T& field) {
 
 // The number of rows, which have the numbers from 1 on.
 std::size_t CountRows(Database const& database, std::string const& name) {
-    Statement const last = Prepare(database, "SELECT max(rowid) FROM " + name);
+    Statement const last = PrepareSql(database, "SELECT max(rowid) FROM " + name);
     Demand(sqlite3_step(last.get()) == SQLITE_ROW, database);
     return static_cast<std::size_t>(sqlite3_column_int64(last.get(), 0));
 }
@@ -104,7 +72,7 @@ template <class Rows>
 void Fill(Database const& database, wchar_t const* tag, Rows& rows) {
     std::string const name = '"' + NarrowTag(tag) + '"';
     rows.reserve(CountRows(database, name));
-    Statement const select = Prepare(database, "SELECT * FROM " + name);
+    Statement const select = PrepareSql(database, "SELECT * FROM " + name);
     int result;
     while ((result = sqlite3_step(select.get())) == SQLITE_ROW) {
         auto& [key, row] = rows.emplace_back();
@@ -117,7 +85,7 @@ void Fill(Database const& database, wchar_t const* tag, Rows& rows) {
 }
 
 void Load(std::filesystem::path const& path, PlainTables& tables) {
-    Database const database = Open(path, SQLITE_OPEN_READONLY);
+    Database const database = OpenDatabase(path.string(), SQLITE_OPEN_READONLY);
     ForEachTable(tables, [&database](wchar_t const* tag, auto& rows) { Fill(database, tag, rows); });
 }
 

@@ -8,13 +8,12 @@ int CDynNameIdTable::Idx(wchar_t const* name) const {
         TableType::strcopy(cut, name, CFixedText::Capacity);
         sought = cut;
     }
-    auto const found = m_ids.find(sought);
-    return found != m_ids.end() ? found->second : -1;
+    return m_index.Id(sought);
 }
 
 wchar_t const* CDynNameIdTable::Name(int id) const {
-    auto const found = find(id);
-    return found != end() ? found->second.name().c_str() : L"";
+    wchar_t const* const name = m_index.Name(id);
+    return name != nullptr ? name : L"";
 }
 
 bool CDynNameIdTable::Add(int id, wchar_t const* name) {
@@ -25,10 +24,10 @@ bool CDynNameIdTable::Add(int id, wchar_t const* name) {
 }
 
 void CDynNameIdTable::RowAdded(UniqueTree::const_iterator row) {
-    m_ids.try_emplace(row->second.name().view(), row->first[0]);
+    m_index.Add(row->first[0], row->second.name().view());
 }
 
 void CDynNameIdTable::DestroyRows() {
-    m_ids.clear();
+    m_index.Clear();
     CQParamSeaTypedTable::DestroyRows();
 }

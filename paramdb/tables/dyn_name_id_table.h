@@ -1,12 +1,14 @@
 // A table of names and ids, searched in both directions.
+//
+// The tree is there to be walked; lookups go through an index, which follows the rows that are read and those
+// that come by Add.
 #pragma once
 
 #include <paramdb/keys/index_keys.h>
+#include <paramdb/tables/name_index.h>
 #include <paramdb/tables/sea_typed_table.h>
 
 #include <functional>
-#include <string_view>
-#include <unordered_map>
 
 // The tree from id to name that a name table is.
 using UniqueTree = CUniqueTreeMap<QIdx1, QIdxName, std::less<QIdx1>>;
@@ -22,7 +24,7 @@ public:
     // The name of the row with that id, or a shared empty text. Valid until the table is cleared or read
     // again.
     wchar_t const* Name(int id) const;
-    bool IsValidId(int id) const { return find(id) != end(); }
+    bool IsValidId(int id) const { return m_index.Name(id) != nullptr; }
 
     // Adds a row; false if there is one of that id, which then stays as it is.
     bool Add(int id, wchar_t const* name);
@@ -33,5 +35,5 @@ protected:
 
 private:
     // The names are those of the rows, which stay where they are.
-    std::unordered_map<std::wstring_view, int> m_ids;
+    paramdb::NameIndex m_index;
 };

@@ -1,0 +1,127 @@
+#include <paramdb/tables/name_index.h>
+
+#include <algorithm>
+#include <bit>
+#include <cwchar>
+#include <type_traits>
+
+namespace paramdb {
+namespace {
+
+constexpr std::size_t WordUnits = 4;
+
+std::uint64_t Unit(wchar_t unit) {
+    return static_cast<std::make_unsigned_t<wchar_t>>(unit);
+}
+// Four code units in one number.
+std::uint64_t Word(wchar_t const* units) {
+    return Unit(units[0]) ^ Unit(units[1]) << 16 ^ Unit(units[2]) << 32 ^ Unit(units[3]) << 48;
+}
+// A multiplication carries upwards alone, so the upper half comes down again.
+std::uint64_t Mix(std::uint64_t hash) {
+    hash *= 0x9E3779B97F4A7C15;
+    return hash ^ hash >> 32;
+}
+
+// Two chains of words, as one would wait for each multiplication. The last two words end with the name and
+// may hold units of those before, so that lengths need no cases of their own.
+std::uint32_t Hash(std::wstring_view name) {
+    wchar_t const* units = name.data();
+    std::size_t const length = name.size();
+    std::uint64_t first = length;
+    std::uint64_t second = 0x2545F4914F6CDD1D;
+    if (length < WordUnits) {
+        for (wchar_t const unit : name)
+            first = first << 16 ^ Unit(unit);
+        return static_cast<std::uint32_t>(Mix(first));
+    }
+    wchar_t const* const end = units + length;
+    for (; units + 2 * WordUnits < end; units += 2 * WordUnits) {
+        first = Mix(first ^ Word(units));
+        second = Mix(second ^ Word(units + WordUnits));
+    }
+    first = Mix(first ^ Word(length < 2 * WordUnits ? units : end - 2 * WordUnits));
+    second = Mix(second ^ Word(end - WordUnits));
+    return static_cast<std::uint32_t>(Mix(first ^ std::rotl(second, 32)));
+}
+
+// Ids that follow each other lie far apart.
+std::uint32_t Hash(int id) {
+    return static_cast<std::uint32_t>(id) * 0x9E3779B9u;
+}
+
+} // namespace
+
+template <class Fits>
+NameIndex::Place const& NameIndex::Table::Find(std::uint32_t hash, Fits const& fits) const {
+    std::size_t place = First(hash);
+    while (m_places[place].name != nullptr && !fits(m_places[place]))
+        place = Next(place);
+    return m_places[place];
+}
+
+void NameIndex::Table::Add(Place const& row) {
+    if (m_count * 2 >= m_places.size())
+        Grow();
+    Insert(row);
+    ++m_count;
+}
+
+void NameIndex::Table::Insert(Place const& row) {
+    std::size_t place = First(row.hash);
+    while (m_places[place].name != nullptr)
+        place = Next(place);
+    m_places[place] = row;
+}
+
+void NameIndex::Table::Grow() {
+    constexpr std::size_t least = 16;
+    std::vector<Place> places(std::max(least, m_places.size() * 2));
+    m_places.swap(places);
+    m_shift = 32;
+    for (std::size_t size = 1; size < m_places.size(); size *= 2)
+        --m_shift;
+    for (Place const& row : places)
+        if (row.name != nullptr)
+            Insert(row);
+}
+
+void NameIndex::Table::Clear() {
+    if (!IsEmpty())
+        std::ranges::fill(m_places, Place());
+    m_count = 0;
+}
+
+NameIndex::Place const* NameIndex::Find(std::wstring_view name, std::uint32_t hash) const {
+    if (m_names.IsEmpty())
+        return nullptr;
+    Place const& place = m_names.Find(hash, [name, hash](Place const& row) {
+        return row.hash == hash && std::wcscmp(row.name, name.data()) == 0;
+    });
+    return place.name != nullptr ? &place : nullptr;
+}
+
+void NameIndex::Add(int id, std::wstring_view name) {
+    m_ids.Add({name.data(), Hash(id), id});
+    std::uint32_t const hash = Hash(name);
+    if (Find(name, hash) == nullptr)
+        m_names.Add({name.data(), hash, id});
+}
+
+void NameIndex::Clear() {
+    m_names.Clear();
+    m_ids.Clear();
+}
+
+int NameIndex::Id(std::wstring_view name) const {
+    Place const* const place = Find(name, Hash(name));
+    return place != nullptr ? place->id : -1;
+}
+
+wchar_t const* NameIndex::Name(int id) const {
+    if (m_ids.IsEmpty())
+        return nullptr;
+    return m_ids.Find(Hash(id), [id](Place const& row) { return row.id == id; }).name;
+}
+
+} // namespace paramdb

@@ -1,0 +1,65 @@
+// Finds ids by name and names by id: two hash tables that lie flat in memory.
+//
+// A lookup costs one place of a table, and for a name one comparison of texts, whatever the number of rows.
+// A tree asks a row for each doubling of their number, and each of them may be anywhere in memory.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace paramdb {
+
+class NameIndex {
+public:
+    // Adds a row. The id must be new; of several rows with one name the first is found. The name ends with a
+    // zero behind its last character, holds none before, and must stay where it is.
+    void Add(int id, std::wstring_view name);
+    // Forgets all rows; the memory stays for the next ones.
+    void Clear();
+
+    // The id of a name, which ends as above, or -1.
+    int Id(std::wstring_view name) const;
+    // The name of an id, or null.
+    wchar_t const* Name(int id) const;
+
+private:
+    // A row. It stands at the place that its hash gives, or the first free one behind.
+    struct Place {
+        wchar_t const* name = nullptr; // null: free
+        std::uint32_t hash = 0;
+        int id = 0;
+    };
+
+    // At most half of the places are taken, so that a search ends soon.
+    class Table {
+    public:
+        // The row with that hash that fits, or the free place that ends the search. The table must not be
+        // empty.
+        template <class Fits>
+        Place const& Find(std::uint32_t hash, Fits const& fits) const;
+        // Adds a row that is not there.
+        void Add(Place const& row);
+        void Clear();
+        bool IsEmpty() const { return m_count == 0; }
+
+    private:
+        void Grow();
+        // The top bits of the hash.
+        std::size_t First(std::uint32_t hash) const { return hash >> m_shift; }
+        std::size_t Next(std::size_t place) const { return place + 1 < m_places.size() ? place + 1 : 0; }
+        void Insert(Place const& row);
+
+        std::vector<Place> m_places; // their number is a power of two
+        std::size_t m_count = 0;
+        int m_shift = 32;
+    };
+
+    Place const* Find(std::wstring_view name, std::uint32_t hash) const;
+
+    Table m_names;
+    Table m_ids;
+};
+
+} // namespace paramdb
