@@ -28,20 +28,6 @@ char const* LetterMeaning(wchar_t letter) {
     }
 }
 
-char const* VerdictWord(OrderVerdict verdict) {
-    switch (verdict) {
-    case OrderVerdict::Good:
-        return "good";
-    case OrderVerdict::Bad:
-        return "bad";
-    case OrderVerdict::Odd:
-        return "odd";
-    case OrderVerdict::Empty:
-        break;
-    }
-    return "empty";
-}
-
 void PrintHead(std::ostream& out, OrderQuestion const& question) {
     if (question.parameter.id != -1)
         out << "Parameter   " << Shown(question.parameter) << '\n';
@@ -198,6 +184,20 @@ void PrintDocument(std::ostream& out, OrderQuestion const& question, OrderMeanin
 }
 
 } // namespace
+
+char const* VerdictWord(OrderVerdict verdict) {
+    switch (verdict) {
+    case OrderVerdict::Good:
+        return "good";
+    case OrderVerdict::Bad:
+        return "bad";
+    case OrderVerdict::Odd:
+        return "odd";
+    case OrderVerdict::Empty:
+        break;
+    }
+    return "empty";
+}
 
 OrderVerdict PrintOrder(std::ostream& out, OrderQuestion const& question, ReportFormat format) {
     OrderMeaning const meaning = MeaningOf(question.definition);

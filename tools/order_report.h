@@ -34,6 +34,9 @@ struct OrderQuestion {
 
 enum class OrderVerdict { Good, Bad, Odd, Empty };
 
+// "good", "bad", "odd" or "empty".
+char const* VerdictWord(OrderVerdict verdict);
+
 OrderVerdict PrintOrder(std::ostream& out, OrderQuestion const& question, ReportFormat format);
 
 } // namespace paramdb::tools

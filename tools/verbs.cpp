@@ -12,11 +12,20 @@ VerbMaker MakeModesVerb;
 VerbMaker MakeRotorsVerb;
 VerbMaker MakeOrderVerb;
 VerbMaker MakePolygonsVerb;
+VerbMaker MakeNameVerb;
+VerbMaker MakeIdVerb;
+VerbMaker MakeFindVerb;
+VerbMaker MakeKeyVerb;
+VerbMaker MakeExplainVerb;
+VerbMaker MakeIntervalVerb;
+VerbMaker MakeTriggerVerb;
 
 namespace {
 
-VerbMaker* const Makers[] = {MakeLoadVerb,  MakeTablesVerb, MakeShowVerb,  MakeDumpVerb,
-                             MakeModesVerb, MakeRotorsVerb, MakeOrderVerb, MakePolygonsVerb};
+VerbMaker* const Makers[] = {MakeLoadVerb,    MakeTablesVerb,   MakeShowVerb,   MakeDumpVerb,
+                             MakeModesVerb,   MakeRotorsVerb,   MakeOrderVerb,  MakePolygonsVerb,
+                             MakeNameVerb,    MakeIdVerb,       MakeFindVerb,   MakeKeyVerb,
+                             MakeExplainVerb, MakeIntervalVerb, MakeTriggerVerb};
 
 } // namespace
 
