@@ -1,0 +1,12 @@
+// A combo whose open list is wide enough for its texts.
+#pragma once
+
+#include <paramdb/platform/framework/combo_box.h>
+
+class CComboBoxX : public CComboBox {
+public:
+    using CComboBox::CComboBox;
+
+    // How wide the open list wants to be, in pixels: its widest text and room around it.
+    [[nodiscard]] int GetDroppedWidth() const;
+};
