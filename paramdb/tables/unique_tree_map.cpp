@@ -2,7 +2,7 @@
 #include <paramdb/tables/unique_tree_map.h>
 
 #include <cstddef>
-#include <new>
+#include <iterator>
 
 namespace paramdb {
 namespace {
@@ -18,13 +18,14 @@ class TreePools final : public std::pmr::memory_resource {
     }
     void* do_allocate(std::size_t size, std::size_t alignment) override {
         NodePool* const pool = PoolOf(size, alignment);
-        return pool != nullptr ? pool->Allocate() : ::operator new(size, std::align_val_t(alignment));
+        return pool != nullptr ? pool->Allocate()
+                               : std::pmr::new_delete_resource()->allocate(size, alignment);
     }
     void do_deallocate(void* memory, std::size_t size, std::size_t alignment) override {
         if (NodePool* const pool = PoolOf(size, alignment))
             pool->Free(memory);
         else
-            ::operator delete(memory, size, std::align_val_t(alignment));
+            std::pmr::new_delete_resource()->deallocate(memory, size, alignment);
     }
     bool do_is_equal(std::pmr::memory_resource const& other) const noexcept override {
         return this == &other;
