@@ -1,15 +1,25 @@
-# Installs the library with its headers, a CMake package and a pkg-config file.
+# Installs the libraries with their headers, a CMake package and a pkg-config file.
 include(CMakePackageConfigHelpers)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/paramdb)
 
-install(TARGETS paramdb EXPORT paramdbTargets
+install(TARGETS paramdb paramdb_controls EXPORT paramdbTargets
         ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
         RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(DIRECTORY paramdb DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
         FILES_MATCHING PATTERN "*.h" PATTERN "*.def"
         PATTERN "views" EXCLUDE PATTERN "database" EXCLUDE)
+if(TARGET paramdb_qt)
+    # Exported apart: a host without Qt finds the rest all the same.
+    install(TARGETS paramdb_qt EXPORT paramdbQtTargets
+            ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR}
+            LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+            RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+    install(DIRECTORY paramdb/views/qt DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/paramdb/views
+            FILES_MATCHING PATTERN "*.h")
+    install(EXPORT paramdbQtTargets NAMESPACE paramdb:: DESTINATION ${package_dir})
+endif()
 install(EXPORT paramdbTargets NAMESPACE paramdb:: DESTINATION ${package_dir})
 
 configure_package_config_file(cmake/paramdbConfig.cmake.in ${PROJECT_BINARY_DIR}/paramdbConfig.cmake
