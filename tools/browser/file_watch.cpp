@@ -21,7 +21,10 @@ void FileWatch::SetFiles(QStringList const& files) {
     m_rest.stop();
     if (QStringList const watched = m_watcher.files() + m_watcher.directories(); !watched.isEmpty())
         m_watcher.removePaths(watched);
-    m_files = files;
+    m_files.clear();
+    for (QString const& file : files)
+        if (QFileInfo const info(file); info.isFile() || !info.exists())
+            m_files += file;
     m_states = States();
     WatchAll();
 }

@@ -22,7 +22,8 @@ public:
     explicit FileWatch(std::function<void()> on_change,
                        std::chrono::milliseconds rest = std::chrono::milliseconds(300));
 
-    // Watches these files, and no longer those of before. What they are like now counts as known.
+    // Watches these files, and no longer those of before. What they are like now counts as known. Pipes and
+    // the like are left out: they cannot be read twice.
     void SetFiles(QStringList const& files);
 
 private:

@@ -5,39 +5,43 @@
 #include "tools/browser/texts.h"
 
 #include <QtWidgets/QFormLayout>
+#include <QtWidgets/QHBoxLayout>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QVBoxLayout>
 
 namespace paramdb::browser {
-namespace {
-
-QLineEdit* MakeTextLine(QString const& accessible_name) {
-    auto* const line = new QLineEdit;
-    line->setReadOnly(true);
-    line->setAccessibleName(accessible_name);
-    return line;
-}
-
-} // namespace
-
 KeyPane::KeyPane(std::function<void(CClavis const&)> on_key, QWidget* parent)
     : QWidget(parent), m_on_key(std::move(on_key)), m_owner([this](UINT message) { OnMessage(message); }),
-      m_view(new qt::ListView), m_nice(MakeTextLine(QStringLiteral("Text of the key"))),
-      m_plain(MakeTextLine(QStringLiteral("Numbers of the key"))) {
+      m_view(new qt::ListView), m_nice(new QLabel), m_plain(new QLineEdit) {
     m_view->SetList(&m_editor);
     m_view->setAccessibleName(QStringLiteral("Key editor"));
+    m_nice->setTextFormat(Qt::PlainText);
+    m_nice->setWordWrap(true);
+    m_nice->setMinimumHeight(2 * fontMetrics().lineSpacing());
+    m_nice->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    m_nice->setAccessibleName(QStringLiteral("Text of the key"));
+    m_plain->setReadOnly(true);
+    m_plain->setAccessibleName(QStringLiteral("Numbers of the key"));
 
-    auto* const clear = new QPushButton(QStringLiteral("&Empty key"));
-    connect(clear, &QPushButton::clicked, this, [this] { SetKey({}); });
+    auto* const clear = new QPushButton(QStringLiteral("Empty &key"));
+    connect(clear, &QPushButton::clicked, this, [this] {
+        SetKey({});
+        m_on_key(m_key);
+    });
     auto* const form = new QFormLayout;
-    form->addRow(QStringLiteral("Te&xt"), m_nice);
-    form->addRow(QStringLiteral("&Numbers"), m_plain);
+    form->addRow(QStringLiteral("Text"), m_nice);
+    auto* const numbers = new QHBoxLayout;
+    numbers->addWidget(m_plain);
+    numbers->addWidget(clear);
+    auto* const numbers_label = new QLabel(QStringLiteral("&Numbers"));
+    numbers_label->setBuddy(m_plain);
+    form->addRow(numbers_label, numbers);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_view, 1);
     layout->addLayout(form);
-    layout->addWidget(clear, 0, Qt::AlignLeft);
     setFocusProxy(m_view);
 }
 
@@ -64,7 +68,6 @@ void KeyPane::SetKey(CClavis const& key) {
         return;
     m_editor.fill(m_key);
     ShowTexts();
-    m_on_key(m_key);
 }
 
 QString KeyPane::NiceText() const {
@@ -86,7 +89,6 @@ void KeyPane::OnMessage(UINT message) {
 void KeyPane::ShowTexts() {
     CQtParamInstance const parameters;
     m_nice->setText(Shown(parameters.FormatClavisTextNice(m_key, false, L"/").GetString()));
-    m_nice->setCursorPosition(0);
     QStringList numbers;
     for (int element = 0; element < Clavis::ElementCount; ++element)
         numbers += QString::number(m_key[element]);

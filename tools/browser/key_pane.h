@@ -11,13 +11,14 @@
 #include <QtWidgets/QWidget>
 #include <functional>
 
+class QLabel;
 class QLineEdit;
 
 namespace paramdb::browser {
 
 class KeyPane : public QWidget {
 public:
-    // The callback gets every key that is edited or set.
+    // The callback gets every key that the user makes.
     explicit KeyPane(std::function<void(CClavis const& key)> on_key, QWidget* parent = nullptr);
     ~KeyPane() override;
 
@@ -45,7 +46,7 @@ private:
     ControlOwner m_owner;
     CPentadCtrl m_editor;
     qt::ListView* m_view;
-    QLineEdit* m_nice;
+    QLabel* m_nice;
     QLineEdit* m_plain;
 };
 

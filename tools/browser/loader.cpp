@@ -76,9 +76,7 @@ LoadOutcome Loader::Run(std::vector<std::string> const& files) {
             auto const refusals = m_sink.CountOfStyle(tools::RefusalStyle);
             bool const complete = parameters.ReadTablesFromCandidateLake();
             bool const refused = m_sink.CountOfStyle(tools::RefusalStyle) > refusals;
-            outcome.end = complete  ? LoadEnd::Complete
-                          : refused ? LoadEnd::Refused
-                                    : LoadEnd::Incomplete;
+            outcome.end = complete ? LoadEnd::Complete : refused ? LoadEnd::Refused : LoadEnd::Incomplete;
         }
     } catch (std::exception const& fault) { // such as no memory left: some of the tables may be new
         PrWin::Output(Category, tools::FaultStyle, FromUtf8(fault.what()) + L'\n');

@@ -3,8 +3,8 @@
 //     Loader loader({.on_progress = ..., .on_end = ...}, sink);
 //     loader.Start(files); // from here to on_end nobody but the loader may touch the store
 //
-// Files are read before anything is given up: where one of them cannot be read, or the version is refused, the
-// store keeps the data of before. The callbacks run on the thread of the windows, from the event loop.
+// Files are read before anything is given up: where one of them cannot be read, or the version is refused,
+// the store keeps the data of before. The callbacks run on the thread of the windows, from the event loop.
 #pragma once
 
 #include "tools/browser/message_sink.h"

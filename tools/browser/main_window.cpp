@@ -47,9 +47,11 @@ MainWindow::MainWindow(QSettings& store)
     m_progress->hide();
     statusBar()->addWidget(m_status, 1);
     statusBar()->addPermanentWidget(m_progress);
+    resize(fontMetrics().averageCharWidth() * 240, fontMetrics().height() * 58);
     ResetLayout();
     m_first_layout = saveState();
     Restore();
+    m_tables->setFocus();
     ShowState();
 }
 
@@ -105,7 +107,8 @@ void MainWindow::End(LoadOutcome const& outcome) {
 }
 
 void MainWindow::ClearPanes() {
-    m_row_to_show = m_rows->currentIndex().row();
+    if (m_row_model.Table())
+        m_row_to_show = m_rows->currentIndex().row();
     m_tables->Clear();
     m_row_model.SetTable(nullptr);
     m_names->clear();
@@ -143,14 +146,34 @@ void MainWindow::ShowRow(int row) {
     m_names->setToolTip(Tip(m_names->text()));
 }
 
+void MainWindow::FindRow(bool back) {
+    int const row = m_row_model.FindRow(m_find->text(), m_rows->currentIndex().row(), back);
+    if (row >= 0)
+        m_rows->setCurrentIndex(m_row_model.index(row, 0));
+    else if (!m_find->text().isEmpty())
+        statusBar()->showMessage(QStringLiteral("Not in the rows: %1").arg(m_find->text()), 3000);
+}
+
 void MainWindow::UseRow(int row) {
     if (auto const key = m_row_model.Key(row)) {
-        m_key->SetKey(*key);
+        SetKey(*key);
         GoTo(*m_key, Dock(QStringLiteral("key")));
     } else if (auto const parameter = m_row_model.Parameter(row)) {
         m_parameter->SetParameter(*parameter);
         GoTo(*m_parameter, Dock(QStringLiteral("parameter")));
     }
+}
+
+void MainWindow::SetKey(CClavis const& key) {
+    m_key->SetKey(key);
+    UseKey(key);
+}
+
+void MainWindow::UseKey(CClavis const& key) {
+    m_parameter->SetMode(key[Clavis::qMode]);
+    m_rotors->ShowMode(key[Clavis::qMode]);
+    if (int const parameter = key[Clavis::qInstrParam]; parameter != -1)
+        m_parameter->SetParameter(parameter);
 }
 
 QString MainWindow::StatusText() const {
@@ -162,7 +185,9 @@ void MainWindow::ShowState() {
     for (QString const& file : m_files)
         names += QFileInfo(file).fileName();
     QString const program = QStringLiteral("paramdb browser");
-    setWindowTitle(names.isEmpty() ? program : names.join(QStringLiteral(", ")) + u" \u2013 " + program);
+    setWindowTitle(names.isEmpty()
+                       ? program
+                       : QStringLiteral("%1 \u2013 %2").arg(names.join(QStringLiteral(", ")), program));
 
     QString text;
     if (m_loader.IsLoading()) {
@@ -197,7 +222,7 @@ void MainWindow::ShowState() {
                         .arg(browser::Count(tables), browser::Count(parameters.Entries().size()),
                              browser::Count(rows));
         if (m_sink.Count() > 0)
-            text += QStringLiteral(", %1 messages").arg(browser::Count(m_sink.Count()));
+            text += QStringLiteral(", messages: %1").arg(browser::Count(m_sink.Count()));
     }
     m_status->setText(text);
     if (m_row_model.Table() == nullptr)
@@ -205,18 +230,16 @@ void MainWindow::ShowState() {
 }
 
 void MainWindow::Restore() {
-    if (!restoreGeometry(m_settings.Geometry())) {
-        QSize const letter(fontMetrics().averageCharWidth(), fontMetrics().height());
-        resize(letter.width() * 200, letter.height() * 50);
-    }
+    restoreGeometry(m_settings.Geometry());
     restoreState(m_settings.Layout());
     m_tables->HideEmptyBox().setChecked(m_settings.HideEmptyTables());
     m_tables->SetSelected(m_settings.Table());
     CQtParamInstance::ShowIdsInDialogs(m_settings.ShowIds());
     m_show_ids->setChecked(m_settings.ShowIds());
-    m_key->SetKey(m_settings.Key());
+    SetKey(m_settings.Key());
     m_parameter->SetParameter(m_settings.Parameter());
     m_parameter->SetSpeed(m_settings.Speed());
+    m_parameter->SetLineDistance(m_settings.LineDistance());
 }
 
 void MainWindow::Save() {
@@ -228,6 +251,7 @@ void MainWindow::Save() {
     m_settings.SetKey(m_key->Key());
     m_settings.SetParameter(m_parameter->Parameter());
     m_settings.SetSpeed(m_parameter->Speed());
+    m_settings.SetLineDistance(m_parameter->LineDistance());
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

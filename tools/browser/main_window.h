@@ -21,6 +21,7 @@
 
 class QDockWidget;
 class QLabel;
+class QLineEdit;
 class QMenu;
 class QProgressBar;
 
@@ -48,6 +49,9 @@ public:
     // How the last load ended; none before and during a load.
     [[nodiscard]] std::optional<LoadOutcome> const& Outcome() const noexcept { return m_outcome; }
 
+    // Shows a key in the editor, its parameter and the rotors of its mode.
+    void SetKey(CClavis const& key);
+
     // The rows as text, with tabs, onto the clipboard: those of the table that has the keyboard.
     void CopyRows(bool with_names);
 
@@ -61,6 +65,9 @@ public:
     [[nodiscard]] RotorPane& Rotors() noexcept { return *m_rotors; }
     [[nodiscard]] RangePane& Ranges() noexcept { return *m_ranges; }
     [[nodiscard]] MessagePane& Messages() noexcept { return *m_messages; }
+    // Where a text is looked for in the rows; the return key goes to the next one, with the shift key to the
+    // one before.
+    [[nodiscard]] QLineEdit& FindEdit() noexcept { return *m_find; }
     // The dock around a pane, by its object name: "tables", "key", "parameter", "rotors", "ranges",
     // "messages". Null on a miss.
     [[nodiscard]] QDockWidget* Dock(QString const& name) const;
@@ -69,6 +76,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
+    bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
     struct Pane {
@@ -97,7 +105,9 @@ private:
     void FillPanes();
     void ShowTable(CatalogueEntry const& table);
     void ShowRow(int row);
+    void FindRow(bool back);
     void UseRow(int row);
+    void UseKey(CClavis const& key);
     void ShowState();
 
     Settings m_settings;
@@ -114,6 +124,7 @@ private:
     std::vector<Pane> m_panes;
     QByteArray m_first_layout;
     QLabel* m_heading = nullptr;
+    QLineEdit* m_find = nullptr;
     RowView* m_rows = nullptr;
     QLabel* m_names = nullptr;
     TableList* m_tables = nullptr;

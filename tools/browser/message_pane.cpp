@@ -93,6 +93,7 @@ MessagePane::MessagePane(QWidget* parent)
     : QWidget(parent), m_model(new MessageModel(this)), m_view(new RowView(QStringLiteral("Messages"))),
       m_more(new QLabel) {
     m_view->setModel(m_model);
+    m_view->horizontalHeader()->setStretchLastSection(true);
     m_view->setColumnWidth(0, m_view->fontMetrics().averageCharWidth() * 16);
     m_more->hide();
     auto* const layout = new QVBoxLayout(this);
@@ -117,9 +118,8 @@ void MessagePane::Add(std::vector<Message> messages) {
 void MessagePane::SetTotal(std::uint64_t total) {
     std::uint64_t const shown = m_model->Messages().size();
     m_more->setVisible(total > shown);
-    m_more->setText(total > shown
-                        ? QStringLiteral("The first of %1 messages").arg(browser::Count(total))
-                        : QString());
+    m_more->setText(total > shown ? QStringLiteral("The first of %1 messages").arg(browser::Count(total))
+                                  : QString());
 }
 
 std::vector<Message> const& MessagePane::Messages() const {

@@ -2,8 +2,8 @@
 //
 //     MessageSink sink([&](std::vector<Message> messages) { pane.Add(std::move(messages)); });
 //
-// Is the library's message sink while it lives. The callback runs on the thread of the windows, from the event
-// loop, with all that has come since it ran last.
+// Is the library's message sink while it lives. The callback runs on the thread of the windows, from the
+// event loop, with all that has come since it ran last.
 #pragma once
 
 #include <paramdb/platform/sea/pr_win.h>

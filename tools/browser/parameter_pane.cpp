@@ -52,13 +52,15 @@ QStringList BandCells(tools::IntervalReport const& report, std::size_t place) {
     };
     auto const [lower_hz, upper_hz] = band.hz.value_or(std::pair(band.lower, band.upper));
     bool const has_hz = is_there && (band.hz || band.unit == tools::BandUnit::Hz);
-    return {Text(tools::SumText(report.meaning.positions[lower])),
-            Text(tools::SumText(report.meaning.positions[upper])),
-            Text(tools::UnitWord(band.unit)),
+    return {number(has_hz, lower_hz),
+            number(has_hz, upper_hz),
             number(is_there, band.lower),
             number(is_there, band.upper),
-            number(has_hz, lower_hz),
-            number(has_hz, upper_hz),
+            Text(tools::UnitWord(band.unit)),
+            is_there && band.lines ? QStringLiteral("%1 to %2").arg(band.lines->first).arg(band.lines->second)
+                                   : QString(),
+            Text(tools::SumText(report.meaning.positions[lower])),
+            Text(tools::SumText(report.meaning.positions[upper])),
             Text(band.fault)};
 }
 
@@ -75,20 +77,22 @@ QString PartText(tools::DrivePart const& part) {
 
 ParameterPane::ParameterPane(QWidget* parent)
     : QWidget(parent), m_owner([this](UINT message) { OnMessage(message); }),
-      m_model(new TextModel({{QStringLiteral("From")},
-                             {QStringLiteral("To")},
-                             {QStringLiteral("Unit")},
+      m_model(new TextModel({{QStringLiteral("Lower Hz"), true},
+                             {QStringLiteral("Upper Hz"), true},
                              {QStringLiteral("Lower"), true},
                              {QStringLiteral("Upper"), true},
-                             {QStringLiteral("Lower Hz"), true},
-                             {QStringLiteral("Upper Hz"), true},
+                             {QStringLiteral("Unit")},
+                             {QStringLiteral("Lines"), true},
+                             {QStringLiteral("From")},
+                             {QStringLiteral("To")},
                              {QStringLiteral("Fault")}})),
       m_parameter_box(new qt::ComboView), m_instrument(new QLabel), m_settings(new QPlainTextEdit),
       m_slider(new QSlider(Qt::Horizontal)),
       m_rpm(MakeSpeedBox(QStringLiteral("1/min"), QStringLiteral("Speed in 1/min"), HighestSpeed, 1)),
       m_hz(MakeSpeedBox(QStringLiteral("Hz"), QStringLiteral("Speed in Hz"), HighestSpeed / SecondsInMinute,
                         3)),
-      m_drive_text(new QLabel), m_intervals(new RowView(QStringLiteral("Spectral intervals"))) {
+      m_line_distance(new QDoubleSpinBox), m_drive_text(new QLabel),
+      m_intervals(new RowView(QStringLiteral("Spectral intervals"))) {
     m_model->setParent(this);
     m_intervals->setModel(m_model);
     m_parameter_box->SetCombo(&m_parameters);
@@ -101,6 +105,11 @@ ParameterPane::ParameterPane(QWidget* parent)
     m_slider->setPageStep(50 * SliderStep);
     m_slider->setAccessibleName(QStringLiteral("Speed"));
     m_rpm->setSingleStep(SliderStep);
+    m_line_distance->setRange(0, 10'000);
+    m_line_distance->setDecimals(6);
+    m_line_distance->setSingleStep(0.5);
+    m_line_distance->setSpecialValueText(QStringLiteral("not known"));
+    m_line_distance->setAccessibleName(QStringLiteral("Line distance"));
     for (QLabel* const label : {m_instrument, m_drive_text}) {
         label->setTextFormat(Qt::PlainText);
         label->setWordWrap(true);
@@ -115,7 +124,10 @@ ParameterPane::ParameterPane(QWidget* parent)
     form->addRow(QStringLiteral("&Parameter"), m_parameter_box);
     form->addRow(QStringLiteral("Instrument"), m_instrument);
     auto* const speed_form = new QFormLayout;
-    speed_form->addRow(QStringLiteral("&Speed"), speed);
+    auto* const speed_label = new QLabel(QStringLiteral("&Speed"));
+    speed_label->setBuddy(m_slider);
+    speed_form->addRow(speed_label, speed);
+    speed_form->addRow(QStringLiteral("&Line distance"), m_line_distance);
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(form);
@@ -130,6 +142,7 @@ ParameterPane::ParameterPane(QWidget* parent)
     connect(m_rpm, &QDoubleSpinBox::valueChanged, this, [this](double value) { SetSpeed(value); });
     connect(m_hz, &QDoubleSpinBox::valueChanged, this,
             [this](double value) { SetSpeed(value * SecondsInMinute); });
+    connect(m_line_distance, &QDoubleSpinBox::valueChanged, this, [this] { ShowIntervals(); });
 }
 
 ParameterPane::~ParameterPane() {
@@ -172,7 +185,7 @@ void ParameterPane::SetMode(int mode) {
 }
 
 void ParameterPane::SetSpeed(double speed) {
-    m_speed = std::clamp(speed, 0.0, HighestSpeed);
+    m_speed = speed > 0 ? std::min(speed, HighestSpeed) : 0; // also for what is no number
     QSignalBlocker const quiet[] = {QSignalBlocker(m_slider), QSignalBlocker(m_rpm), QSignalBlocker(m_hz)};
     m_slider->setValue(static_cast<int>(std::lround(std::min(m_speed, double{SliderEnd}))));
     if (!m_rpm->hasFocus() || std::abs(m_rpm->value() - m_speed) > 0.05)
@@ -180,6 +193,14 @@ void ParameterPane::SetSpeed(double speed) {
     if (!m_hz->hasFocus() || std::abs(m_hz->value() - m_speed / SecondsInMinute) > 0.0005)
         m_hz->setValue(m_speed / SecondsInMinute);
     ShowIntervals();
+}
+
+void ParameterPane::SetLineDistance(double distance) {
+    m_line_distance->setValue(distance);
+}
+
+double ParameterPane::LineDistance() const {
+    return m_line_distance->value();
 }
 
 QString ParameterPane::SettingsText() const {
@@ -210,8 +231,7 @@ void ParameterPane::ShowParameter() {
         m_instrument->setText(Text(tools::Shown(tools::Named(parameters.Instrument(), instrument))));
         try {
             CString const settings = parameters.IpDisplayText(m_parameter, L"", L"\n");
-            m_settings->setPlainText(
-                QString::fromStdString(ToUtf8(settings.GetString())).trimmed());
+            m_settings->setPlainText(QString::fromStdString(ToUtf8(settings.GetString())).trimmed());
         } catch (std::out_of_range const& fault) { // a host would meet it, too
             m_settings->setPlainText(QStringLiteral("cannot be shown: ") + QString(fault.what()));
         }
@@ -242,15 +262,16 @@ void ParameterPane::ShowIntervals() {
     }
     tools::DriveOptions options;
     options.speed = static_cast<float>(m_speed / SecondsInMinute);
+    if (LineDistance() > 0)
+        options.line_distance = static_cast<float>(LineDistance());
     auto const report =
         tools::MakeIntervalReport(CQtParamInstance(), m_parameter, *m_definition, m_drive, options, 0);
-    QStringList lines{QStringLiteral("Orders: ") + Shown(*m_definition),
-                      QStringLiteral("Mode: ") + PartText(m_drive.mode),
-                      QStringLiteral("Rotor: ") + PartText(m_drive.rotor),
-                      QStringLiteral("Gear: ") + PartText(m_drive.gear),
-                      QStringLiteral("Base order: %1, ratio: %2")
-                          .arg(Text(tools::ShortNumber(report.base_order)),
-                               Text(tools::RatioText(report.ratio)))};
+    QStringList lines{
+        QStringLiteral("Orders: ") + Shown(*m_definition), QStringLiteral("Mode: ") + PartText(m_drive.mode),
+        QStringLiteral("Rotor: ") + PartText(m_drive.rotor),
+        QStringLiteral("Gear: ") + PartText(m_drive.gear),
+        QStringLiteral("Base order: %1, ratio: %2")
+            .arg(Text(tools::ShortNumber(report.base_order)), Text(tools::RatioText(report.ratio)))};
     std::vector<QStringList> rows;
     if (report.meaning.verdict == tools::OrderVerdict::Good)
         for (std::size_t place = 0; place < report.bands.size(); ++place)

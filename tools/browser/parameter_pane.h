@@ -1,4 +1,5 @@
-// What an instrument parameter is set to, and where its spectral intervals lie at a speed that can be dragged.
+// What an instrument parameter is set to, and where its spectral intervals lie at a speed that can be
+// dragged.
 //
 // Mode, rotor and gear are those of `paramdb explain`: the mode of the key, where it has one, and else what
 // fits the data best. Nothing of it looks into the store between Clear and Fill.
@@ -38,9 +39,12 @@ public:
     [[nodiscard]] int Parameter() const noexcept { return m_parameter; }
     // The mode of the key; -1 for the one that fits best.
     void SetMode(int mode);
-    // In 1/min.
+    // In 1/min, brought into 0 to 1,000,000.
     void SetSpeed(double speed);
     [[nodiscard]] double Speed() const noexcept { return m_speed; }
+    // Of the spectrum, in Hz or orders as that has them; 0 for one that is not known.
+    void SetLineDistance(double distance);
+    [[nodiscard]] double LineDistance() const;
 
     [[nodiscard]] qt::ComboView& ParameterBox() noexcept { return *m_parameter_box; }
     [[nodiscard]] QSlider& SpeedSlider() noexcept { return *m_slider; }
@@ -71,6 +75,7 @@ private:
     QSlider* m_slider;
     QDoubleSpinBox* m_rpm;
     QDoubleSpinBox* m_hz;
+    QDoubleSpinBox* m_line_distance;
     QLabel* m_drive_text;
     RowView* m_intervals;
 };

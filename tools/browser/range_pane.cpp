@@ -66,6 +66,7 @@ void RangePane::Clear() {
     if (m_is_filled)
         m_grid.retrieve(m_picked);
     m_is_filled = false;
+    m_is_due = false;
     m_timer.stop();
     m_grid.DestroyWindow();
     m_keys.clear();
@@ -74,6 +75,19 @@ void RangePane::Clear() {
 }
 
 void RangePane::Fill() {
+    m_is_due = true;
+    if (isVisible())
+        FillNow();
+}
+
+void RangePane::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (m_is_due)
+        FillNow();
+}
+
+void RangePane::FillNow() {
+    m_is_due = false;
     CQtParamInstance const parameters;
     std::set<int> values[Clavis::ElementCount];
     for (auto const& [key, row] : parameters.IpParamAndStore()) {
@@ -87,7 +101,11 @@ void RangePane::Fill() {
             lists[element].emplace(id, ValueText(parameters, element, id));
     m_grid.send_pentad_list(lists);
     m_grid.Create(&m_owner);
-    m_grid.send_active_list(m_picked);
+    auto const has_any = [](auto const& column) {
+        return std::any_of(column.begin(), column.end(), [](auto const& value) { return value.second; });
+    };
+    if (std::any_of(std::begin(m_picked), std::end(m_picked), has_any))
+        m_grid.send_active_list(m_picked);
     m_is_filled = true;
     m_timer.stop();
     CountKeys();
@@ -106,7 +124,8 @@ void RangePane::CountKeys() {
     QStringList parts;
     for (int element = 0; element < Clavis::ElementCount; ++element) {
         auto const& column = picked[element];
-        auto const count = std::count_if(column.begin(), column.end(), [](auto& value) { return value.second; });
+        auto const count =
+            std::count_if(column.begin(), column.end(), [](auto& value) { return value.second; });
         counts[element] = static_cast<std::size_t>(count);
         if (count > 0)
             parts += browser::Count(counts[element]) + u' ' + qt::ToQString(Clavis::ElementName(element, 2));
@@ -121,9 +140,9 @@ void RangePane::CountKeys() {
         }
         return true;
     };
-    m_selected = parts.isEmpty() ? 0
-                                 : static_cast<std::size_t>(
-                                       std::count_if(m_keys.begin(), m_keys.end(), is_selected));
+    m_selected = parts.isEmpty()
+                     ? 0
+                     : static_cast<std::size_t>(std::count_if(m_keys.begin(), m_keys.end(), is_selected));
     QString text = QStringLiteral("%1 of %2 keys selected")
                        .arg(browser::Count(m_selected), browser::Count(m_keys.size()));
     if (!parts.isEmpty())

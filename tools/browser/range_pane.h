@@ -22,8 +22,8 @@ public:
     ~RangePane() override;
 
     void Clear();
-    // Lists the values that occur in the keys of <TIpParamAndStore>. Values that were selected before Clear
-    // are selected again.
+    // Lists the values that occur in the keys of <TIpParamAndStore>, as soon as the pane can be seen: that
+    // takes its time for many keys. Values that were selected before Clear are selected again.
     void Fill();
 
     [[nodiscard]] CPentadRangeSelectCtrl& Grid() noexcept { return m_grid; }
@@ -34,18 +34,27 @@ public:
     // "14 of 112 keys: 2 Test steps, 1 Channels"
     [[nodiscard]] QString CountText() const;
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 private:
     // Has the count follow the grid.
     class Watcher : public CWndView {
     public:
         explicit Watcher(QTimer& timer) : m_timer(timer) {}
-        void OnItemChanged(int, int) override { m_timer.start(); }
-        void OnContentChanged() override { m_timer.start(); }
+        void OnItemChanged(int, int) override { Start(); }
+        void OnContentChanged() override { Start(); }
 
     private:
+        void Start() {
+            if (!m_timer.isActive())
+                m_timer.start();
+        }
+
         QTimer& m_timer;
     };
 
+    void FillNow();
     void CountKeys();
     void DeselectAll();
 
@@ -54,6 +63,7 @@ private:
     std::vector<CClavis> m_keys;
     std::map<int, bool> m_picked[Clavis::ElementCount]; // before Clear
     std::size_t m_selected = 0;
+    bool m_is_due = false; // to be filled when it is seen
     bool m_is_filled = false;
     QTimer m_timer;
     Watcher m_watcher;

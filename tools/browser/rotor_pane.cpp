@@ -43,7 +43,8 @@ QString Sources(std::vector<tools::OrderSourceEntry> const& sources) {
     for (tools::OrderSourceEntry const& entry : sources) {
         QString text = Text(entry.source);
         if (entry.base_order)
-            text += QStringLiteral(" (%1)").arg(QString::fromStdString(tools::ShortNumber(*entry.base_order)));
+            text +=
+                QStringLiteral(" (%1)").arg(QString::fromStdString(tools::ShortNumber(*entry.base_order)));
         texts += text;
     }
     return texts.join(QStringLiteral(", "));
@@ -52,15 +53,14 @@ QString Sources(std::vector<tools::OrderSourceEntry> const& sources) {
 } // namespace
 
 RotorPane::RotorPane(QWidget* parent)
-    : QWidget(parent),
-      m_model(new TextModel({{QStringLiteral("Rotor"), true},
-                             {QStringLiteral("Name")},
-                             {QStringLiteral("Fraction"), true},
-                             {QStringLiteral("Ratio"), true},
-                             {QStringLiteral("Speed source")},
-                             {QStringLiteral("Kind")},
-                             {QStringLiteral("Signal")},
-                             {QStringLiteral("Order sources (base order)")}})),
+    : QWidget(parent), m_model(new TextModel({{QStringLiteral("Rotor"), true},
+                                              {QStringLiteral("Name")},
+                                              {QStringLiteral("Fraction"), true},
+                                              {QStringLiteral("Ratio"), true},
+                                              {QStringLiteral("Speed source")},
+                                              {QStringLiteral("Kind")},
+                                              {QStringLiteral("Signal")},
+                                              {QStringLiteral("Order sources (base order)")}})),
       m_modes(new QComboBox), m_view(new RowView(QStringLiteral("Rotors"))) {
     m_model->setParent(this);
     m_view->setModel(m_model);
@@ -99,6 +99,8 @@ void RotorPane::Fill() {
             last = key[0];
             is_first = false;
         }
+        if (m_physical_mode == -1)
+            m_physical_mode = parameters.PhysModeId(m_first_mode);
         int const index = m_modes->findData(m_physical_mode);
         m_modes->setCurrentIndex(std::max(index, m_modes->count() > 0 ? 0 : -1));
         m_physical_mode = m_modes->currentIndex() < 0 ? -1 : m_modes->currentData().toInt();
@@ -108,6 +110,7 @@ void RotorPane::Fill() {
 }
 
 void RotorPane::ShowMode(int mode) {
+    m_first_mode = mode;
     if (!m_is_filled || mode == -1)
         return;
     int const index = m_modes->findData(CQtParamInstance().PhysModeId(mode));
@@ -120,11 +123,10 @@ void RotorPane::ShowRotors() {
     if (m_is_filled && m_modes->currentIndex() >= 0) {
         for (auto const& mode : tools::CollectRotors(CQtParamInstance(), m_physical_mode))
             for (tools::RotorEntry const& entry : mode.rotors)
-                rows.push_back({QString::number(entry.rotor.id), Shown(entry.rotor.name),
-                                Fraction(entry.fraction),
-                                QString::fromStdString(tools::ShortNumber(entry.ratio)),
-                                Text(entry.speed_source), Kind(entry.speed_source_kind),
-                                Text(entry.signal), Sources(entry.order_sources)});
+                rows.push_back(
+                    {QString::number(entry.rotor.id), Shown(entry.rotor.name), Fraction(entry.fraction),
+                     QString::fromStdString(tools::ShortNumber(entry.ratio)), Text(entry.speed_source),
+                     Kind(entry.speed_source_kind), Text(entry.signal), Sources(entry.order_sources)});
     }
     m_model->SetRows(std::move(rows));
     m_view->FitColumns();

@@ -18,7 +18,8 @@ public:
     // Empties the pane; the physical mode is chosen again by the next Fill.
     void Clear();
     void Fill();
-    // Goes to the physical mode of a mode; nothing happens if that has no rotors.
+    // Goes to the physical mode of a mode; nothing happens if that has no rotors. Before the first Fill: with
+    // it.
     void ShowMode(int mode);
 
     [[nodiscard]] QComboBox& PhysicalModes() noexcept { return *m_modes; }
@@ -29,6 +30,7 @@ private:
 
     bool m_is_filled = false;
     int m_physical_mode = -1;
+    int m_first_mode = -1; // to begin with
     TextModel* m_model;
     QComboBox* m_modes;
     RowView* m_view;

@@ -18,8 +18,9 @@ tools::Kind const* KindOfColumn(std::string_view column) {
         std::string_view kind;
     };
     static constexpr Alias aliases[] = {
-        {"physical_mode", "physmode"}, {"rotor", "location"},         {"gear", "location"},
-        {"physical_gear", "location"}, {"speed_source", "location"},  {"order_source", "location"},
+        {"physical_mode", "physmode"}, {"rotor", "location"},
+        {"gear", "location"},          {"physical_gear", "location"},
+        {"speed_source", "location"},  {"order_source", "location"},
         {"parent_channel", "channel"}, {"configuration", "sensorconfig"},
     };
     auto const* const alias = std::find_if(std::begin(aliases), std::end(aliases),
@@ -70,9 +71,24 @@ QString RowModel::Names(int row) const {
             continue;
         auto const name = tools::NameOf(*kind, parameters, field.As<std::int32_t>());
         if (name && !name->empty())
-            names += QString::fromStdString(std::string(description.name)) + u": " + Shown(*name);
+            names +=
+                QString::fromStdString(std::string(description.name)) + QStringLiteral(": ") + Shown(*name);
     }
     return names.join(QStringLiteral(", "));
+}
+
+int RowModel::FindRow(QString const& text, int row, bool back) const {
+    int const count = rowCount();
+    if (count == 0 || text.isEmpty())
+        return -1;
+    int found = row < 0 && back ? 0 : std::clamp(row, -1, count - 1);
+    for (int step = 0; step < count; ++step) {
+        found = (found + (back ? count - 1 : 1)) % count;
+        for (int column = 0; column < columnCount(); ++column)
+            if (CellText(FieldAt(found, column)).contains(text, Qt::CaseInsensitive))
+                return found;
+    }
+    return -1;
 }
 
 std::optional<int> RowModel::Number(int row, std::string_view column) const {

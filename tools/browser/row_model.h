@@ -26,6 +26,9 @@ public:
 
     // What the ids in a row are called: "mode: 1. gear drive, channel: Mix". Empty without names.
     [[nodiscard]] QString Names(int row) const;
+    // The next row behind `row` in which a cell contains the text, whatever its case, going on from the top;
+    // before it and from the bottom if `back` is set. -1 if there is none; an empty text is nowhere.
+    [[nodiscard]] int FindRow(QString const& text, int row, bool back) const;
     // The instrument parameter that a row is of, or the whole key; none where the table has no such columns.
     [[nodiscard]] std::optional<int> Parameter(int row) const;
     [[nodiscard]] std::optional<CClavis> Key(int row) const;

@@ -22,7 +22,6 @@ RowView::RowView(QString const& accessible_name, QWidget* parent) : QTableView(p
     verticalHeader()->setMinimumSectionSize(1);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + fontMetrics().height() / 3);
     horizontalHeader()->setHighlightSections(false);
-    horizontalHeader()->setStretchLastSection(true);
 }
 
 QString RowView::SelectedText(bool with_names) const {

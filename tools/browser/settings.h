@@ -46,6 +46,9 @@ public:
     [[nodiscard]] double Speed() const { return m_store.value(SpeedName, 3000.0).toDouble(); }
     void SetSpeed(double speed) { m_store.setValue(SpeedName, speed); }
 
+    [[nodiscard]] double LineDistance() const { return m_store.value(LineDistanceName, 0.0).toDouble(); }
+    void SetLineDistance(double distance) { m_store.setValue(LineDistanceName, distance); }
+
 private:
     static constexpr char GeometryName[] = "window/geometry";
     static constexpr char LayoutName[] = "window/layout";
@@ -56,6 +59,7 @@ private:
     static constexpr char KeyName[] = "key";
     static constexpr char ParameterName[] = "parameter";
     static constexpr char SpeedName[] = "speed";
+    static constexpr char LineDistanceName[] = "line_distance";
 
     QSettings& m_store;
 };

@@ -16,7 +16,7 @@ namespace {
 
 enum Column : int { TagColumn = 0, RowsColumn = 1, FoundColumn = 2 };
 
-QString TagOf(CatalogueEntry const& table) {
+QString Tag(CatalogueEntry const& table) {
     return QString::fromWCharArray(table.description->tag);
 }
 
@@ -24,9 +24,9 @@ QString TagOf(CatalogueEntry const& table) {
 
 TableList::TableList(std::function<void(CatalogueEntry const&)> on_choice, QWidget* parent)
     : QWidget(parent), m_on_choice(std::move(on_choice)),
-      m_model(new TextModel({{QStringLiteral("Table")}, {QStringLiteral("Rows"), true},
-                             {QStringLiteral("Found in")}})),
-      m_search(new QLineEdit), m_hide_empty(new QCheckBox(QStringLiteral("&Hide empty tables"))),
+      m_model(new TextModel(
+          {{QStringLiteral("Table")}, {QStringLiteral("Rows"), true}, {QStringLiteral("Found in")}})),
+      m_search(new QLineEdit), m_hide_empty(new QCheckBox(QStringLiteral("Hide e&mpty tables"))),
       m_view(new RowView(QStringLiteral("Tables"))) {
     m_model->setParent(this);
     m_search->setPlaceholderText(QStringLiteral("Search tables, columns and names"));
@@ -36,6 +36,10 @@ TableList::TableList(std::function<void(CatalogueEntry const&)> on_choice, QWidg
     m_view->setModel(m_model);
     m_view->setSelectionMode(QAbstractItemView::SingleSelection);
     m_view->setColumnHidden(FoundColumn, true);
+    QHeaderView& header = *m_view->horizontalHeader();
+    header.setSectionResizeMode(TagColumn, QHeaderView::Stretch);
+    header.setSectionResizeMode(RowsColumn, QHeaderView::ResizeToContents);
+    header.setSectionResizeMode(FoundColumn, QHeaderView::Stretch);
 
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -56,12 +60,12 @@ void TableList::Fill(std::span<CatalogueEntry const> tables) {
     m_tables = tables;
     std::vector<QStringList> rows;
     for (CatalogueEntry const& table : tables)
-        rows.push_back({TagOf(table), Count(table.rows->RowCount())});
+        rows.push_back({Tag(table), Count(table.rows->RowCount())});
     QString const selected = m_selected;
     m_model->SetRows(std::move(rows));
     Narrow();
-    m_view->FitColumns();
-    Select(selected);
+    if (!Select(selected) && !tables.empty())
+        m_view->setCurrentIndex(m_model->index(0, TagColumn));
 }
 
 void TableList::Clear() {
@@ -71,7 +75,7 @@ void TableList::Clear() {
 
 bool TableList::Select(QString const& tag) {
     for (std::size_t row = 0; row < m_tables.size(); ++row) {
-        if (TagOf(m_tables[row]) != tag)
+        if (Tag(m_tables[row]) != tag)
             continue;
         auto const index = m_model->index(static_cast<int>(row), TagColumn);
         m_view->setRowHidden(index.row(), false);
@@ -110,7 +114,7 @@ void TableList::Narrow() {
     for (std::size_t row = 0; row < m_tables.size(); ++row) {
         CatalogueEntry const& table = m_tables[row];
         auto const place = FindInTable(table, sought);
-        rows.push_back({TagOf(table), Count(table.rows->RowCount()), place.value_or(QString())});
+        rows.push_back({Tag(table), Count(table.rows->RowCount()), place.value_or(QString())});
         bool const hide = !place || (m_hide_empty->isChecked() && table.rows->RowCount() == 0);
         m_view->setRowHidden(static_cast<int>(row), hide);
     }
@@ -122,7 +126,7 @@ void TableList::OnCurrent(int row) {
     if (row < 0 || static_cast<std::size_t>(row) >= m_tables.size())
         return;
     CatalogueEntry const& table = m_tables[static_cast<std::size_t>(row)];
-    m_selected = TagOf(table);
+    m_selected = Tag(table);
     m_on_choice(table);
 }
 

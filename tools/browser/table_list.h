@@ -25,7 +25,8 @@ public:
     explicit TableList(std::function<void(CatalogueEntry const& table)> on_choice, QWidget* parent = nullptr);
     ~TableList() override;
 
-    // Lists these tables, which must stay where they are until Clear.
+    // Lists these tables, which must stay where they are until Clear, and goes to the one of before, else to
+    // the first.
     void Fill(std::span<CatalogueEntry const> tables);
     void Clear();
 

@@ -1,4 +1,6 @@
 // MainWindow: its panes, menus and what is dragged into it.
+#include <paramdb/query/param_instance.h>
+
 #include "tools/browser/key_pane.h"
 #include "tools/browser/main_window.h"
 #include "tools/browser/message_pane.h"
@@ -8,15 +10,15 @@
 #include "tools/browser/row_view.h"
 #include "tools/browser/table_list.h"
 
-#include <paramdb/query/param_instance.h>
-
 #include <QtCore/QMimeData>
 #include <QtCore/QUrl>
 #include <QtGui/QDragEnterEvent>
 #include <QtGui/QDropEvent>
+#include <QtGui/QKeyEvent>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QDockWidget>
 #include <QtWidgets/QFileDialog>
+#include <QtWidgets/QHBoxLayout>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QMenu>
@@ -47,18 +49,28 @@ QWidget* MainWindow::MakeCenter() {
     m_rows = new RowView(QStringLiteral("Rows"));
     m_rows->setModel(&m_row_model);
     m_rows->setContextMenuPolicy(Qt::ActionsContextMenu);
-    m_heading->setBuddy(m_rows);
+    m_find = new QLineEdit;
+    m_find->setPlaceholderText(QStringLiteral("Find in rows"));
+    m_find->setAccessibleName(QStringLiteral("Find in rows"));
+    m_find->setClearButtonEnabled(true);
+    m_find->installEventFilter(this);
     m_names = new QLabel;
     m_names->setTextFormat(Qt::PlainText);
     m_names->setAccessibleName(QStringLiteral("Names in the row"));
     m_names->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    m_names->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred); // a long text is cut
+    m_names->setWordWrap(true);
+    m_names->setMinimumHeight(2 * m_names->fontMetrics().lineSpacing());
+    m_names->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     connect(m_rows->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](QModelIndex const& now) { ShowRow(now.row()); });
-    connect(m_rows, &QAbstractItemView::activated, this, [this](QModelIndex const& row) { UseRow(row.row()); });
+    connect(m_rows, &QAbstractItemView::activated, this,
+            [this](QModelIndex const& row) { UseRow(row.row()); });
 
     auto* const layout = new QVBoxLayout(center);
-    layout->addWidget(m_heading);
+    auto* const top = new QHBoxLayout;
+    top->addWidget(m_heading, 1);
+    top->addWidget(m_find, 1);
+    layout->addLayout(top);
     layout->addWidget(m_rows, 1);
     layout->addWidget(m_names);
     return center;
@@ -70,12 +82,7 @@ void MainWindow::MakeDocks() {
     m_rotors = new RotorPane;
     m_ranges = new RangePane;
     m_messages = new MessagePane;
-    m_key = new KeyPane([this](CClavis const& key) {
-        m_parameter->SetMode(key[Clavis::qMode]);
-        m_rotors->ShowMode(key[Clavis::qMode]);
-        if (int const parameter = key[Clavis::qInstrParam]; parameter != -1)
-            m_parameter->SetParameter(parameter);
-    });
+    m_key = new KeyPane([this](CClavis const& key) { UseKey(key); });
     m_panes = {{QStringLiteral("tables"), QStringLiteral("Tables"), m_tables, nullptr},
                {QStringLiteral("key"), QStringLiteral("Key"), m_key, nullptr},
                {QStringLiteral("parameter"), QStringLiteral("Parameter"), m_parameter, nullptr},
@@ -123,9 +130,9 @@ void MainWindow::ResetLayout() {
     parameter->raise();
     int const letter = fontMetrics().averageCharWidth();
     int const line = fontMetrics().height();
-    resizeDocks({tables, parameter}, {letter * 42, letter * 75}, Qt::Horizontal);
+    resizeDocks({tables, parameter}, {letter * 46, letter * 90}, Qt::Horizontal);
     resizeDocks({messages}, {line * 7}, Qt::Vertical);
-    resizeDocks({key, parameter}, {line * 14, line * 32}, Qt::Vertical);
+    resizeDocks({key, parameter}, {line * 17, line * 34}, Qt::Vertical);
 }
 
 void MainWindow::MakeMenus() {
@@ -147,6 +154,13 @@ void MainWindow::MakeMenus() {
     auto* const copy_named = add(edit, QStringLiteral("Copy Rows with Column &Names"),
                                  QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C), [this] { CopyRows(true); });
     edit.addSeparator();
+    add(edit, QStringLiteral("&Find in Rows"), QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_F), [this] {
+        m_find->setFocus(Qt::ShortcutFocusReason);
+        m_find->selectAll();
+    });
+    add(edit, QStringLiteral("Find N&ext"), QKeySequence(Qt::Key_F3), [this] { FindRow(false); });
+    add(edit, QStringLiteral("Find &Previous"), QKeySequence(Qt::SHIFT | Qt::Key_F3),
+        [this] { FindRow(true); });
     add(edit, QStringLiteral("&Use the Row's Key or Parameter"), QKeySequence(Qt::CTRL | Qt::Key_U),
         [this] { UseRow(m_rows->currentIndex().row()); });
     m_rows->addActions({copy, copy_named});
@@ -215,6 +229,22 @@ void MainWindow::ShowIds(bool show) {
         return;
     ClearPanes();
     FillPanes();
+}
+
+bool MainWindow::eventFilter(QObject* object, QEvent* event) {
+    if (object != m_find || event->type() != QEvent::KeyPress)
+        return QMainWindow::eventFilter(object, event);
+    auto const& key = *static_cast<QKeyEvent*>(event);
+    bool const is_return = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+    if (is_return)
+        FindRow(key.modifiers().testFlag(Qt::ShiftModifier));
+    else if (key.key() == Qt::Key_Down)
+        m_rows->setFocus(Qt::TabFocusReason);
+    else if (key.key() == Qt::Key_Escape)
+        m_find->clear();
+    else
+        return false;
+    return true;
 }
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
