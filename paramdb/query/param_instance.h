@@ -193,9 +193,9 @@ public:
     CMeasuringUnit ApplicationSignalUnit(int signal);
     // Whether the mix channel is measured at more than one location.
     bool IpMultipleMixLocs() const;
-    // Fills a combo with the types by id, their ids as data, and selects the given one, or, if that is null or
-    // empty, the one selected before; none if no type has that name. Without any type the name stands alone in the
-    // combo, without an id. The result is the number of types (type_combo.cpp).
+    // Fills a combo with the types by id, their ids as data, and selects the given one, or, if that is null
+    // or empty, the one selected before; none if no type has that name. Without any type the name stands
+    // alone in the combo, without an id. The result is the number of types (type_combo.cpp).
     int FillTypeNameCombo(CComboBox& combo, wchar_t const* select) const;
     // Replaces the mode of a key by its base mode.
     void BaseModeClavis(QClavis& key) const;
