@@ -2,6 +2,7 @@
 #include <paramdb/query/trigger_store.h>
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <stdexcept>
 #include <type_traits>
@@ -60,9 +61,19 @@ unsigned int Dimension(QIdx3 const& key) {
     return static_cast<unsigned int>(dimension) - 1;
 }
 
+// As processors divide, also by 0.
+float Quotient(float dividend, float divisor) {
+    using Limits = std::numeric_limits<float>;
+    if (divisor != 0)
+        return dividend / divisor;
+    if (dividend == 0 || std::isnan(dividend))
+        return Limits::quiet_NaN();
+    return std::signbit(dividend) == std::signbit(divisor) ? Limits::infinity() : -Limits::infinity();
+}
+
 unsigned int CellCount(float from, float to, float step) {
     float const width = to - from;
-    float const count = width / step;
+    float const count = Quotient(width, step);
     return static_cast<unsigned int>(numeric::Truncate32(count));
 }
 
@@ -77,7 +88,7 @@ int TruncateToLimits(float value) {
 // The cell of a position without regard to the end of the field.
 int CellIndex(CTriggerStore::CInterval const& interval, float position) {
     float const distance = position - interval.start();
-    float const cells = distance / interval.step();
+    float const cells = Quotient(distance, interval.step());
     int const index = TruncateToLimits(cells);
     float const boundary = static_cast<float>(index) * interval.step();
     float const above = boundary - distance;

@@ -14,9 +14,16 @@ double Wide(float value) {
     return value;
 }
 
+// A division that is defined for a divisor of 0 too: that counts as a tiny number with its sign.
+double Ratio(double dividend, double divisor) {
+    if (divisor != 0)
+        return dividend / divisor;
+    return dividend == 0 ? std::nan("") : dividend * std::copysign(HUGE_VAL, divisor);
+}
+
 // The low 32 bits of a whole number without its fraction; 0 for what 64 bits do not hold.
 unsigned int Count(float from, float to, float step) {
-    double const whole = std::trunc(Wide(Rounded(Wide(Rounded(Wide(to) - Wide(from))) / Wide(step))));
+    double const whole = std::trunc(Wide(Rounded(Ratio(Wide(Rounded(Wide(to) - Wide(from))), Wide(step)))));
     if (!(std::fabs(whole) < std::ldexp(1.0, 63)) && whole != -std::ldexp(1.0, 63))
         return 0;
     double const low = std::fmod(whole, std::ldexp(1.0, 32)); // exact, with the sign of the number
@@ -41,7 +48,7 @@ Interval IntervalOf(Row const& row) {
 std::optional<std::int64_t> Cell(Interval const& interval, unsigned int dim, float position, bool clamp) {
     double const lowest = -2147483648.0;
     double const distance = Rounded(Wide(position) - Wide(interval.start));
-    double const cells = Rounded(distance / Wide(interval.step));
+    double const cells = Rounded(Ratio(distance, Wide(interval.step)));
     double index = std::isnan(cells) ? lowest : std::min(std::max(std::trunc(cells), lowest), 2147483647.0);
     double const boundary = Rounded(Wide(Rounded(index)) * Wide(interval.step));
     // Two floats are equal exactly if their difference is 0; infinite ones have none.
