@@ -25,7 +25,7 @@ CTextBuffer<48> WholeNumber(float value) {
         text += L"-";
     if (!std::isfinite(value))
         return text += std::isnan(value) ? L"nan" : L"inf";
-    char digits[40]; // the largest float has 39
+    char digits[40] = {}; // the largest float has 39
     char const* const end = std::to_chars(std::begin(digits), std::end(digits),
                                           std::fabs(static_cast<double>(value)), std::chars_format::fixed, 0)
                                 .ptr;

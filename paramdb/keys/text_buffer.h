@@ -34,7 +34,7 @@ public:
     CTextBuffer& operator+=(wchar_t unit) = delete; // it would be taken for a number
     // A number in decimal digits.
     CTextBuffer& operator+=(int number) {
-        char digits[12];
+        char digits[12] = {};
         return AppendAscii(digits, std::to_chars(std::begin(digits), std::end(digits), number).ptr);
     }
     CTextBuffer& AppendAscii(char const* first, char const* last) {

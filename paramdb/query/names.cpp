@@ -1,6 +1,7 @@
 // CQtParamInstance: names and ids.
 #include <paramdb/keys/text_buffer.h>
 #include <paramdb/query/param_instance.h>
+#include <paramdb/tables/id_search.h>
 
 #include <algorithm>
 #include <string_view>
@@ -18,7 +19,7 @@ int FirstId(Table const& table, Fits const& fits) {
 // The name in the row of an id, empty without a row.
 template <class Table>
 wchar_t const* RowName(Table const& table, int id) {
-    auto const row = table.find(id);
+    auto const row = paramdb::FindById(table, id);
     return row != table.end() ? row->second.template get<"name">().c_str() : L"";
 }
 
@@ -91,7 +92,7 @@ wchar_t const* CQtParamInstance::InstrumentParamName(int parameter) const {
 }
 
 int CQtParamInstance::InstrumentParameterToInstrument(int parameter) const {
-    auto const row = InstrumentParam().find(parameter);
+    auto const row = paramdb::FindById(InstrumentParam(), parameter);
     return row != InstrumentParam().end() ? row->second.get<"instrument">() : -1;
 }
 

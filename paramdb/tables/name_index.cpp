@@ -45,6 +45,11 @@ std::uint32_t Hash(std::wstring_view name) {
     return static_cast<std::uint32_t>(Mix(first ^ std::rotl(second, 32)));
 }
 
+// So many ids are kept in a plain array, a few for each row.
+std::size_t LowIds(std::size_t rows) {
+    return 64 + rows * 4;
+}
+
 // Ids that follow each other lie far apart.
 std::uint32_t Hash(int id) {
     return static_cast<std::uint32_t>(id) * 0x9E3779B9u;
@@ -61,7 +66,7 @@ NameIndex::Place const& NameIndex::Table::Find(std::uint32_t hash, Fits const& f
 }
 
 void NameIndex::Table::Add(Place const& row) {
-    if (m_count * 2 >= m_places.size())
+    if (m_count * 5 >= m_places.size() * 4)
         Grow();
     Insert(row);
     ++m_count;
@@ -102,13 +107,21 @@ NameIndex::Place const* NameIndex::Find(std::wstring_view name, std::uint32_t ha
 }
 
 void NameIndex::Add(int id, std::wstring_view name) {
-    m_ids.Add({name.data(), Hash(id), id});
+    if (auto const place = static_cast<std::size_t>(id); id >= 0 && place < LowIds(++m_rows)) {
+        if (place >= m_low_ids.size())
+            m_low_ids.resize(std::max(place + 1, m_low_ids.size() * 2));
+        m_low_ids[place] = name.data();
+    } else {
+        m_ids.Add({name.data(), Hash(id), id});
+    }
     std::uint32_t const hash = Hash(name);
     if (Find(name, hash) == nullptr)
         m_names.Add({name.data(), hash, id});
 }
 
 void NameIndex::Clear() {
+    m_rows = 0;
+    m_low_ids.clear();
     m_names.Clear();
     m_ids.Clear();
 }
@@ -119,6 +132,9 @@ int NameIndex::Id(std::wstring_view name) const {
 }
 
 wchar_t const* NameIndex::Name(int id) const {
+    if (auto const place = static_cast<std::uint32_t>(id);
+        place < m_low_ids.size() && m_low_ids[place] != nullptr)
+        return m_low_ids[place];
     if (m_ids.IsEmpty())
         return nullptr;
     return m_ids.Find(Hash(id), [id](Place const& row) { return row.id == id; }).name;

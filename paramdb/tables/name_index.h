@@ -1,4 +1,4 @@
-// Finds ids by name and names by id: two hash tables that lie flat in memory.
+// Finds ids by name and names by id: hash tables that lie flat in memory, and an array for low ids.
 //
 // A lookup costs one place of a table, and for a name one comparison of texts, whatever the number of rows.
 // A tree asks a row for each doubling of their number, and each of them may be anywhere in memory.
@@ -32,7 +32,7 @@ private:
         int id = 0;
     };
 
-    // At most half of the places are taken, so that a search ends soon.
+    // At most four of five places are taken: a search ends soon, and the table stays in the cache for long.
     class Table {
     public:
         // The row with that hash that fits, or the free place that ends the search. The table must not be
@@ -58,7 +58,10 @@ private:
 
     Place const* Find(std::wstring_view name, std::uint32_t hash) const;
 
+    std::size_t m_rows = 0;
     Table m_names;
+    // Names by id, null where there is none. Most ids are near 0 and stand here, all others in m_ids.
+    std::vector<wchar_t const*> m_low_ids;
     Table m_ids;
 };
 
