@@ -1,4 +1,5 @@
-// The system's own header on Windows, without the macros that would reach into other code; for sources only.
+// The system's own header on Windows, without the macros that would reach into other code; for sources, and
+// for the types of windows (framework/window_types.h).
 #pragma once
 
 #ifdef _WIN32

@@ -4,14 +4,8 @@
 
 #ifdef _WIN32
 
-#ifndef WIN32_LEAN_AND_MEAN
-#define WIN32_LEAN_AND_MEAN
-#endif
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
 // clang-format off
-#include <windows.h> // first, the next one needs it
+#include <paramdb/platform/core/windows_api.h> // first, the next one needs it
 #include <commctrl.h>
 // clang-format on
 
