@@ -1,6 +1,12 @@
 # Installs the libraries with their headers, a CMake package and a pkg-config file.
 include(CMakePackageConfigHelpers)
 
+if(BUILD_SHARED_LIBS AND UNIX)
+    # The installed programs find the libraries of their own prefix.
+    file(RELATIVE_PATH library_dir ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+    set(CMAKE_INSTALL_RPATH "$ORIGIN/${library_dir}")
+endif()
+
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/paramdb)
 
 install(TARGETS paramdb paramdb_controls EXPORT paramdbTargets
@@ -29,6 +35,9 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/paramdbConfigVersion.cmak
 install(FILES ${PROJECT_BINARY_DIR}/paramdbConfig.cmake ${PROJECT_BINARY_DIR}/paramdbConfigVersion.cmake
         DESTINATION ${package_dir})
 
+if(BUILD_SHARED_LIBS)
+    set(pc_cflags " -DPARAMDB_SHARED")
+endif()
 configure_file(cmake/paramdb.pc.in ${PROJECT_BINARY_DIR}/paramdb.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/paramdb.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 install(FILES LICENSE README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})

@@ -9,9 +9,10 @@
 #pragma once
 
 #include <paramdb/platform/control/combo_box_x.h>
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/signal/clavis.h>
 
-class CClavisComboBox : public CComboBoxX {
+class PARAMDB_CONTROLS_API CClavisComboBox : public CComboBoxX {
 public:
     // Offers "(not assigned)", as -1, and the values of the element by id, and selects one. A value that is
     // left out here gives the first row, a value that no table has a row of its own at the end, "(Mode 17)"

@@ -11,12 +11,13 @@
 #pragma once
 
 #include <paramdb/platform/control/x_list_ctrl.h>
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/signal/clavis.h>
 
 #include <cstdint>
 #include <set>
 
-class CClavisListCtrl : public CXListCtrl {
+class PARAMDB_CONTROLS_API CClavisListCtrl : public CXListCtrl {
 public:
     // Makes the list one of that element, with its column and without items.
     void Init(Clavis::qOrder element);

@@ -19,14 +19,15 @@
 
 #include <paramdb/controls/element_rows.h>
 #include <paramdb/platform/control/x_list_ctrl.h>
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/signal/clavis.h>
 
 #include <bitset>
 
 // The number of that message, registered under its own name at the start of the process.
-extern unsigned int const WM_PENTADCTRL_SELCHANGED;
+extern PARAMDB_CONTROLS_API unsigned int const WM_PENTADCTRL_SELCHANGED;
 
-class CPentadCtrl : public CXListCtrl {
+class PARAMDB_CONTROLS_API CPentadCtrl : public CXListCtrl {
 public:
     // Builds the rows with the values of the key. A parameter without instrument is dropped.
     void fill(CClavis const& key);

@@ -9,10 +9,11 @@
 
 #include <paramdb/controls/pentad_ctrl.h>
 #include <paramdb/platform/control/dialog3d.h>
+#include <paramdb/platform/core/export.h>
 
 #include <functional>
 
-class CPentadDialog : public CDialog3d {
+class PARAMDB_CONTROLS_API CPentadDialog : public CDialog3d {
 public:
     static constexpr unsigned int Resource = 3002;
     static constexpr int ControlId = 3000; // of the key editor

@@ -12,9 +12,10 @@
 #pragma once
 
 #include <paramdb/controls/range_select_ctrl.h>
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/signal/clavis.h>
 
-class CPentadRangeSelectCtrl : public CRangeSelectCtrl<6> {
+class PARAMDB_CONTROLS_API CPentadRangeSelectCtrl : public CRangeSelectCtrl<6> {
 public:
     // Keeps copies of the lists for the next fill().
     void send_pentad_list(List const (&lists)[6]);

@@ -16,6 +16,7 @@
 #pragma once
 
 #include <paramdb/platform/control/x_list_ctrl.h>
+#include <paramdb/platform/core/export.h>
 
 #include <algorithm>
 #include <array>
@@ -27,13 +28,13 @@
 #include <vector>
 
 // What all grids have in common.
-class CRangeSelectCtrlBasics {
+class PARAMDB_CONTROLS_API CRangeSelectCtrlBasics {
 public:
     virtual ~CRangeSelectCtrlBasics() = 0;
 };
 
 template <unsigned int N>
-class CRangeSelectCtrl : public CXListCtrl, public CRangeSelectCtrlBasics {
+class PARAMDB_CONTROLS_API CRangeSelectCtrl : public CXListCtrl, public CRangeSelectCtrlBasics {
 public:
     static constexpr unsigned int m_size = N;
 

@@ -1,11 +1,12 @@
 // One parameter of the grid of virtual modes.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/tables/system_rows.h>
 
 #include <map>
 
-struct CVAutoModeParams {
+struct PARAMDB_API CVAutoModeParams {
     int SignalId = -1; // an id of <TAppSignalProperty>
     float Start = 0;   // the range of the parameter, and the width of its intervals
     float Stop = 0;

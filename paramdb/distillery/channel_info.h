@@ -3,6 +3,7 @@
 #pragma once
 
 #include <paramdb/keys/index_keys.h>
+#include <paramdb/platform/core/export.h>
 #include <paramdb/tables/row.h>
 #include <paramdb/tables/typed_table.h>
 #include <paramdb/tables/unique_tree_map.h>
@@ -15,7 +16,7 @@ public:
     using QVRow::QVRow;
 };
 
-class CQtChannelInfo {
+class PARAMDB_API CQtChannelInfo {
 public:
     static constexpr int FlagSync = 1;
     static constexpr int FlagMix = 2;

@@ -9,12 +9,13 @@
 #include <paramdb/distillery/row_counts.h>
 #include <paramdb/distillery/spec_interval_store.h>
 #include <paramdb/distillery/trigger_map.h>
+#include <paramdb/platform/core/export.h>
 #include <paramdb/tables/system_rows.h>
 #include <paramdb/tables/unique_vector_map.h>
 
 class CQtParamStore;
 
-class CQtDerivedInfo {
+class PARAMDB_API CQtDerivedInfo {
 public:
     using CInstrumentCounts = CRowCounts<CDbUniqueMap<QIdx1, QVInstrumentParam>, "instrument">;
     using CChannelTypeCounts = CRowCounts<CDbUniqueMap<QIdx1, QVChannelProperty>, "flags">;

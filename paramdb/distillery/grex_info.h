@@ -3,6 +3,7 @@
 #pragma once
 
 #include <paramdb/keys/q_clavis.h>
+#include <paramdb/platform/core/export.h>
 #include <paramdb/tables/unique_vector_map.h>
 
 #include <span>
@@ -11,7 +12,7 @@
 
 class CQtParamStore;
 
-class CGrexInfo {
+class PARAMDB_API CGrexInfo {
 public:
     // A point of a polygon.
     struct group_element {

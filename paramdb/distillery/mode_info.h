@@ -11,13 +11,14 @@
 
 #include <paramdb/distillery/auto_mode_naming.h>
 #include <paramdb/distillery/auto_mode_params.h>
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/framework/cstring.h>
 
 #include <cstddef>
 
 class CQtParamStore;
 
-class CQtModeInfo {
+class PARAMDB_API CQtModeInfo {
 public:
     // The store must outlive this object.
     explicit CQtModeInfo(CQtParamStore& store) : m_store(&store) {}

@@ -9,8 +9,9 @@
 #pragma once
 
 #include <paramdb/distillery/spec_interval_entry.h>
+#include <paramdb/platform/core/export.h>
 
-class OrderInterpreter {
+class PARAMDB_API OrderInterpreter {
 public:
     // Parses a definition into `max` positions at most and returns their number. A bad one is reported
     // (category 8, style 3) and gives 0, as do a null and an empty text without report. Positions written

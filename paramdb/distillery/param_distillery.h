@@ -3,13 +3,14 @@
 
 #include <paramdb/distillery/auto_mode_naming.h>
 #include <paramdb/distillery/derived_info.h>
+#include <paramdb/platform/core/export.h>
 #include <paramdb/service/param_store.h>
 #include <paramdb/tables/load_progress.h>
 
 #include <memory>
 #include <utility>
 
-class CQtParamDistillery : public CQtParamStore {
+class PARAMDB_API CQtParamDistillery : public CQtParamStore {
 public:
     using AutoModeNaming = CAutoModeNaming;
 

@@ -4,13 +4,14 @@
 #include <paramdb/distillery/channel_info.h>
 #include <paramdb/distillery/rotor_tables.h>
 #include <paramdb/keys/index_keys.h>
+#include <paramdb/platform/core/export.h>
 #include <paramdb/tables/system_rows.h>
 #include <paramdb/tables/typed_table.h>
 #include <paramdb/tables/unique_tree_map.h>
 
 #include <utility>
 
-class CQtRotorInfo {
+class PARAMDB_API CQtRotorInfo {
 public:
     // Key: physical mode, speed source, rotor, serial number; value: order source. The serial numbers count
     // the entries of both tables together.

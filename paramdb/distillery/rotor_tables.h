@@ -4,12 +4,13 @@
 // relation is one step in one table, so data that runs in circles does no harm.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/numeric/ratio.h>
 #include <paramdb/tables/system_rows.h>
 
 class CQtParamStore;
 
-class CQtRotorTables {
+class PARAMDB_API CQtRotorTables {
 public:
     // The store must outlive this object.
     explicit CQtRotorTables(CQtParamStore const& store) : m_store(&store) {}

@@ -3,6 +3,7 @@
 
 #include <paramdb/distillery/spec_interval_entry.h>
 #include <paramdb/keys/index_keys.h>
+#include <paramdb/platform/core/export.h>
 #include <paramdb/tables/typed_table.h>
 
 #include <map>
@@ -11,7 +12,7 @@
 class CQtParamStore;
 class QVIpSvOfSpec;
 
-class CQtSpecIntervalStore {
+class PARAMDB_API CQtSpecIntervalStore {
 public:
     // The most positions that a definition can have.
     static constexpr unsigned int max_orders = 32;

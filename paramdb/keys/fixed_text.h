@@ -5,12 +5,14 @@
 // room that is there.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
+
 #include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 
-class CFixedText {
+class PARAMDB_API CFixedText {
 public:
     // Room for a text with its end.
     static constexpr std::size_t Capacity = 200;
@@ -53,7 +55,7 @@ public:
     void ReserveAll();
 
     // Order and equality of the code units as unsigned numbers; a beginning of a text comes before it.
-    friend std::strong_ordering operator<=>(CFixedText const& left, CFixedText const& right);
+    friend PARAMDB_API std::strong_ordering operator<=>(CFixedText const& left, CFixedText const& right);
     friend bool operator==(CFixedText const& left, CFixedText const& right) {
         return left.view() == right.view();
     }

@@ -13,11 +13,12 @@
 #pragma once
 
 #include <paramdb/keys/q_idx8.h>
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/signal/clavis_set.h>
 
 #include <set>
 
-class CQIdx8Set : public CClavisSet {
+class PARAMDB_API CQIdx8Set : public CClavisSet {
 public:
     // The set of an element: 0 to 5 of the element of Clavis::qOrder, 6 of the types, 7 of the benches.
     // Throws std::out_of_range for any other number.

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <paramdb/keys/index_keys.h>
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/signal/clavis.h>
 
 #include <ostream>
@@ -20,4 +21,4 @@ public:
 };
 
 // The six elements in order with one blank between them.
-std::wostream& operator<<(std::wostream& stream, QClavis const& clavis);
+PARAMDB_API std::wostream& operator<<(std::wostream& stream, QClavis const& clavis);

@@ -12,6 +12,7 @@
 #include <paramdb/distillery/param_distillery.h>
 #include <paramdb/keys/q_clavis.h>
 #include <paramdb/keys/text_buffer.h>
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/signal/clavis.h>
 #include <paramdb/platform/signal/measuring_unit.h>
 
@@ -20,7 +21,7 @@
 
 class CComboBox;
 
-class CQtParamInstance {
+class PARAMDB_API CQtParamInstance {
 public:
     // A handle onto this distillery, which is not owned; null stands for the one of the process.
     CQtParamInstance(CQtParamDistillery* distillery = nullptr);

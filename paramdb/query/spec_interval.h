@@ -13,12 +13,13 @@
 #pragma once
 
 #include <paramdb/distillery/spec_interval_entry.h>
+#include <paramdb/platform/core/export.h>
 #include <paramdb/query/param_instance.h>
 
 #include <cstdint>
 #include <vector>
 
-class CQtSpecInterval {
+class PARAMDB_API CQtSpecInterval {
 public:
     // A band of a spectrum: frequencies, and the lines from the first to the last, both counted from 0.
     struct IndexInterval {

@@ -18,18 +18,19 @@
 // messages. Any number of threads, under the rules of CQtParamInstance.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/query/param_instance.h>
 
 #include <array>
 #include <bitset>
 #include <cstdint>
 
-class CTriggerStore {
+class PARAMDB_API CTriggerStore {
 public:
     static constexpr unsigned int dimensions_d = 4;
 
     // One dimension. Positions and widths are in the unit of what is measured along it.
-    class CInterval {
+    class PARAMDB_API CInterval {
     public:
         // From 0 to 0 in steps of 1, raising.
         CInterval() = default;

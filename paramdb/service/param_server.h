@@ -2,8 +2,9 @@
 #pragma once
 
 #include <paramdb/distillery/param_distillery.h>
+#include <paramdb/platform/core/export.h>
 
-class CQtParamServer : private CQtParamDistillery {
+class PARAMDB_API CQtParamServer : private CQtParamDistillery {
 public:
     // Always the same object, built at the first call, which may come from any thread, and destroyed when the
     // process ends.

@@ -3,6 +3,7 @@
 // It owns the tables, the four named texts and the table manager that applies one operation to all tables.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/framework/cstring.h>
 #include <paramdb/service/table_manager.h>
 #include <paramdb/tables/catalogue.h>
@@ -10,7 +11,7 @@
 #include <memory>
 #include <string>
 
-class CQtParamStore {
+class PARAMDB_API CQtParamStore {
 public:
     CQtParamStore();
     CQtParamStore(CQtParamStore const&) = delete;

@@ -2,12 +2,13 @@
 // gate in front of every load.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/tables/table_interface.h>
 
 #include <cstdint>
 #include <vector>
 
-class CQTableManager {
+class PARAMDB_API CQTableManager {
 public:
     // The database version that the tables are made for: this major, and this minor or a later one.
     static constexpr std::int32_t RequiredMajor = 216;

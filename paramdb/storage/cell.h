@@ -4,6 +4,8 @@
 // readers of tables turn that into a message.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
+
 #include <cstdint>
 #include <string>
 #include <variant>
@@ -19,18 +21,18 @@ using row_t = std::vector<cell_t>;
 // The integer that a cell holds. 32-bit cells give their bits, whatever their sign, to a 32-bit field; a
 // 64-bit cell must fit; a float or double cell must be integral.
 template <class Integer>
-Integer ToInteger(cell_t const& cell);
+PARAMDB_API Integer ToInteger(cell_t const& cell);
 extern template std::int32_t ToInteger(cell_t const&);
 extern template std::uint32_t ToInteger(cell_t const&);
 extern template std::int64_t ToInteger(cell_t const&);
 
 // The value of any numeric cell, converted arithmetically.
 template <class Float>
-Float ToFloat(cell_t const& cell);
+PARAMDB_API Float ToFloat(cell_t const& cell);
 extern template float ToFloat(cell_t const&);
 extern template double ToFloat(cell_t const&);
 
 // The wide string that a cell holds.
-std::wstring const& ToText(cell_t const& cell);
+PARAMDB_API std::wstring const& ToText(cell_t const& cell);
 
 } // namespace ParamDb

@@ -1,6 +1,7 @@
 // One table of the table set: rows of cells, and the kind of table that the host gave it.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/storage/cell.h>
 
 #include <cstdint>
@@ -27,7 +28,7 @@ public:
 
     // The texts of a row's cells, each up to its first NUL, joined by one blank; empty for an empty row.
     // Throws std::bad_variant_access for a cell that is no wide string.
-    static std::wstring to_wstring(row_t const& row);
+    static PARAMDB_API std::wstring to_wstring(row_t const& row);
 
 private:
     table_type_t m_table_type = standard;

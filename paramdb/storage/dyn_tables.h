@@ -9,6 +9,7 @@
 // a file that the system cannot read.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/framework/cfile.h>
 
 #include <array>
@@ -28,21 +29,22 @@ struct QtTableHeader {
 };
 
 // Sets size and magic, and the four words in order.
-void FillHeader(QtTableHeader& header, unsigned int a, unsigned int b, unsigned int c, unsigned int d);
+PARAMDB_API void FillHeader(QtTableHeader& header, unsigned int a, unsigned int b, unsigned int c,
+                            unsigned int d);
 
 // Writes the 28 bytes of the header in one call, whatever its version.
-void WriteToFile(CFile& file, QtTableHeader const& header);
+PARAMDB_API void WriteToFile(CFile& file, QtTableHeader const& header);
 
 // Reads a header. Words that a file of version below 2 lacks become 1. The size in the file is not checked.
 // On false the header holds what had been read.
-bool ReadFromFile(CFile& file, QtTableHeader& header);
+PARAMDB_API bool ReadFromFile(CFile& file, QtTableHeader& header);
 
 // Writes the fields of a record in order.
-void WriteToFile(CFile& file, int const* sizes, void const* const* fields, unsigned int count);
+PARAMDB_API void WriteToFile(CFile& file, int const* sizes, void const* const* fields, unsigned int count);
 
 // Reads the fields of a record in order; true at once for a count of 0. The number stored ahead of a text
 // must not be above 200 and is not used otherwise: the caller's size decides. On false some fields hold what
 // had been read.
-bool ReadFromFile(CFile& file, int const* sizes, void** fields, unsigned int count);
+PARAMDB_API bool ReadFromFile(CFile& file, int const* sizes, void** fields, unsigned int count);
 
 } // namespace DynTables

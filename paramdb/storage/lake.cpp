@@ -1,5 +1,6 @@
 #include <paramdb/storage/lake.h>
 
+#include <algorithm>
 #include <memory>
 #include <unordered_map>
 
@@ -19,13 +20,13 @@ CLake::CLake(CLake const& other) {
 CLake& CLake::operator=(CLake const& other) {
     if (this == &other)
         return *this;
-    std::vector<TextBlock> texts;
     list copies(m_pool);
-    CopyLines(other, copies, texts);
+    CopyLines(other, copies);
     copies.front().clear();
+    Bytes bytes = other.m_bytes;
     m_collection.clear();
     m_collection.splice_back(copies);
-    m_texts = std::move(texts);
+    m_bytes = std::move(bytes);
     LinkRoot();
     RepairCopies(other, begin());
     return *this;
@@ -40,7 +41,8 @@ void CLake::merge(CLake& other) {
     CLake copy;
     copy.m_collection.clear();
     list lines(copy.m_pool);
-    copy.CopyLines(*this, lines, copy.m_texts);
+    copy.CopyLines(*this, lines);
+    copy.m_bytes = m_bytes;
     copy.m_collection.splice_back(lines);
     copy.RepairCopies(*this, copy.begin());
     Append(copy);
@@ -48,34 +50,32 @@ void CLake::merge(CLake& other) {
 
 void CLake::clear() {
     m_collection.clear();
-    m_texts.clear();
+    m_bytes.clear();
     m_collection.emplace_back();
     LinkRoot();
 }
 
 void CLake::Append(CLake const& other) {
-    std::vector<TextBlock> texts;
     list copies(m_pool);
-    CopyLines(other, copies, texts);
+    CopyLines(other, copies);
     // The other root is a plain blank line here.
     copies.front().m_is_section = false;
-    m_texts.reserve(m_texts.size() + texts.size());
+    Bytes all_bytes = m_bytes;
+    for (paramdb::SharedLakeBytes const& bytes : other.m_bytes)
+        if (std::find(all_bytes.begin(), all_bytes.end(), bytes) == all_bytes.end())
+            all_bytes.push_back(bytes);
     root().clear();
     iterator const first = copies.begin();
     m_collection.splice_back(copies);
-    std::move(texts.begin(), texts.end(), std::back_inserter(m_texts));
+    m_bytes = std::move(all_bytes);
     LinkRoot();
     RepairCopies(other, first);
 }
 
-void CLake::CopyLines(CLake const& other, list& copies, std::vector<TextBlock>& texts) {
-    std::size_t size = 0;
-    for (CNode const& line : other)
-        size += line.byte_count();
-    char* bytes = texts.emplace_back(size).chars();
+void CLake::CopyLines(CLake const& other, list& copies) {
     for (CNode const& line : other) {
         CNode& copy = copies.emplace_back();
-        copy.copy_line(line, bytes);
+        copy.copy_line(line);
         copy.m_collection = &m_collection;
     }
 }

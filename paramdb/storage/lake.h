@@ -15,10 +15,13 @@
 // memory shows as std::bad_alloc; the lake can be used, cleared and read again after it.
 //
 // Threads: const members may run in several threads at once, the others must run alone.
+//
+// Where a line comes from, line_origins.h tells.
 #pragma once
 
-#include <paramdb/platform/core/large_block.h>
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/framework/cstring.h>
+#include <paramdb/storage/lake_bytes.h>
 #include <paramdb/storage/lake_node.h>
 #include <paramdb/storage/node_pool.h>
 
@@ -26,7 +29,7 @@
 #include <string>
 #include <vector>
 
-class CLake {
+class PARAMDB_API CLake {
 public:
     using CNode = CLakeNode;
     using CNodeProxy = CLakeNodeProxy;
@@ -83,16 +86,17 @@ public:
     const_iterator end() const { return m_collection.end(); }
 
 private:
-    using TextBlock = paramdb::LargeBlock;
+    friend class paramdb::LineOrigins;
+    using Bytes = std::vector<paramdb::SharedLakeBytes>;
 
-    void SetLines(TextBlock bytes, std::size_t size);
+    void SetLines(paramdb::SharedLakeBytes bytes);
     void Append(CLake const& other);
-    void CopyLines(CLake const& other, list& copies, std::vector<TextBlock>& texts);
+    void CopyLines(CLake const& other, list& copies);
     void RepairCopies(CLake const& other, iterator copies);
     void LinkRoot();
 
     mutable CString m_filename;
-    std::vector<TextBlock> m_texts; // the bytes that nodes refer to
+    Bytes m_bytes; // that nodes refer to, each once, in the order of merging
     paramdb::NodePool m_pool{sizeof(CNode)};
     list m_collection{m_pool};
 };

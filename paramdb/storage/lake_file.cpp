@@ -10,9 +10,7 @@
 namespace {
 
 // The bytes of a file, taken in one pass.
-struct FileText {
-    paramdb::LargeBlock bytes;
-    std::size_t size = 0;
+struct FileText : paramdb::LakeBytes {
     bool complete = true; // false: reading failed behind the bytes
 };
 
@@ -25,18 +23,19 @@ FileText ReadAll(CFile& file) {
         capacity = std::max(capacity, static_cast<std::size_t>(file.GetLength()) + 1);
     } catch (CFileException const&) {
     }
-    FileText text{paramdb::LargeBlock(capacity)};
+    FileText text;
+    text.block = paramdb::LargeBlock(capacity);
     for (;;) {
         if (text.size == capacity) {
             paramdb::LargeBlock larger(capacity * 2);
-            std::memcpy(larger.data(), text.bytes.data(), text.size);
-            text.bytes = std::move(larger);
+            std::memcpy(larger.data(), text.block.data(), text.size);
+            text.block = std::move(larger);
             capacity *= 2;
         }
         std::size_t taken = 0;
         std::size_t const wanted = std::min(capacity - text.size, chunk);
         try {
-            taken = file.Read(text.bytes.data() + text.size, static_cast<unsigned>(wanted));
+            taken = file.Read(text.block.data() + text.size, static_cast<unsigned>(wanted));
         } catch (CFileException const&) {
             text.complete = false;
             return text;
@@ -117,21 +116,23 @@ bool CLake::read(CString const& name) {
         FileText text = ReadAll(file);
         complete = text.complete;
         // A failed read leaves half a line behind it, which does not count.
-        while (!complete && text.size > 0 && text.bytes.chars()[text.size - 1] != '\n')
+        while (!complete && text.size > 0 && text.block.chars()[text.size - 1] != '\n')
             --text.size;
-        SetLines(std::move(text.bytes), text.size);
+        text.file = m_filename;
+        SetLines(std::make_shared<paramdb::LakeBytes>(std::move(text)));
     }
     root().reset();
     LinkRoot();
     return complete;
 }
 
-void CLake::SetLines(TextBlock bytes, std::size_t size) {
+void CLake::SetLines(paramdb::SharedLakeBytes bytes) {
     // Old lines are overwritten in place, so that the blocks of their nodes serve again. Their bytes are kept
     // until no line refers to them any more.
-    m_texts.push_back(std::move(bytes));
-    char const* next = m_texts.back().chars();
-    char const* const text_end = next + size;
+    m_bytes.push_back(std::move(bytes));
+    std::string_view const text = m_bytes.back()->text();
+    char const* next = text.data();
+    char const* const text_end = next + text.size();
     iterator line = std::next(begin());
     for (; next != text_end && line != end(); ++line) {
         line->reset();
@@ -144,7 +145,7 @@ void CLake::SetLines(TextBlock bytes, std::size_t size) {
         node.set_line(paramdb::TakeLine(next, text_end));
         node.set_collection(&m_collection);
     }
-    m_texts.erase(m_texts.begin(), std::prev(m_texts.end()));
+    m_bytes.erase(m_bytes.begin(), std::prev(m_bytes.end()));
 }
 
 bool CLake::write(CString const& name) const {

@@ -8,6 +8,8 @@
 // A double quote hides colons and semicolons up to the next one, and is kept as a character of the text.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
+
 #include <string_view>
 
 namespace paramdb {
@@ -21,6 +23,6 @@ struct LakeLine {
 
 // Splits the line that begins at `begin`, and moves `begin` behind its line end (or to `end`, where the last
 // line has none). At least one byte must be left.
-LakeLine TakeLine(char const*& begin, char const* end);
+PARAMDB_API LakeLine TakeLine(char const*& begin, char const* end);
 
 } // namespace paramdb

@@ -87,6 +87,7 @@ void CLakeNode::reset() {
     delete m_texts.exchange(nullptr);
     m_section.reset();
     m_collection = nullptr;
+    m_bytes = "";
     m_first_length = m_second_length = m_second_offset = 0;
     m_is_named = m_is_section = false;
     m_level = -1;
@@ -98,6 +99,7 @@ void CLakeNode::set_line(paramdb::LakeLine const& line) {
     constexpr std::size_t longest = std::numeric_limits<std::uint32_t>::max();
     constexpr std::uint32_t farthest = (std::uint32_t{1} << 30) - 1;
     std::size_t const offset = second.empty() ? 0 : static_cast<std::size_t>(second.data() - first.data());
+    m_bytes = first.data();
     m_is_named = !line.key.empty();
     m_is_section = line.value == "{";
     if (first.size() > longest || second.size() > longest || offset > farthest) {
@@ -105,24 +107,19 @@ void CLakeNode::set_line(paramdb::LakeLine const& line) {
                                               LakeText(line.comment).wide()});
         return;
     }
-    m_bytes = first.data();
     m_first_length = static_cast<std::uint32_t>(first.size());
     m_second_offset = static_cast<std::uint32_t>(offset) & farthest;
     m_second_length = static_cast<std::uint32_t>(second.size());
 }
 
-void CLakeNode::copy_line(CLakeNode const& other, char*& bytes) {
-    if (other.holds_bytes()) {
-        std::string_view const first(bytes, other.m_first_length);
-        bytes = std::ranges::copy(other.first_bytes(), bytes).out;
-        std::string_view const second(bytes, other.m_second_length);
-        bytes = std::ranges::copy(other.second_bytes(), bytes).out;
-        set_line(other.m_is_named ? paramdb::LakeLine{first, second, {}}
-                                  : paramdb::LakeLine{{}, first, second});
-    } else {
+void CLakeNode::copy_line(CLakeNode const& other) {
+    if (!other.holds_bytes())
         m_texts = new WideTexts(other.wide());
-        m_is_named = other.m_is_named;
-    }
+    m_bytes = other.m_bytes;
+    m_first_length = other.m_first_length;
+    m_second_offset = other.m_second_offset;
+    m_second_length = other.m_second_length;
+    m_is_named = other.m_is_named;
     m_is_section = other.m_is_section;
     m_level = other.m_level;
 }

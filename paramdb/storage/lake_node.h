@@ -12,6 +12,7 @@
 // Threads: const members may run in several threads at once, the others must run alone.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/storage/lake_line.h>
 #include <paramdb/storage/lake_text.h>
 #include <paramdb/storage/node_list.h>
@@ -25,8 +26,11 @@
 #include <vector>
 
 class CLakeNodeProxy;
+namespace paramdb {
+class LineOrigins;
+}
 
-class CLakeNode : private paramdb::NodeLinks {
+class PARAMDB_API CLakeNode : private paramdb::NodeLinks {
 public:
     using list = paramdb::NodeList<CLakeNode>;
     using position = list::iterator;
@@ -116,6 +120,7 @@ public:
 private:
     friend class CLake;
     friend class CLakeNodeProxy;
+    friend class paramdb::LineOrigins;
     friend class paramdb::NodeList<CLakeNode>;
     friend class paramdb::NodePosition<CLakeNode>;
     friend class paramdb::NodePosition<CLakeNode const>;
@@ -143,12 +148,9 @@ private:
     void reset();
     // Takes the texts of a line, as views of bytes that the lake keeps, into a new node.
     void set_line(paramdb::LakeLine const& line);
-    // Makes this node hold the texts, level and section flag of the other, its bytes moved to `bytes` (which
-    // is moved on). No list, no records.
-    void copy_line(CLakeNode const& other, char*& bytes);
-    std::size_t byte_count() const {
-        return holds_bytes() ? std::size_t{m_first_length} + m_second_length : 0;
-    }
+    // Makes this new node hold the texts, level and section flag of the other, and refer to the same bytes.
+    // No list, no records.
+    void copy_line(CLakeNode const& other);
 
     // The position behind this line, or the end of its list for a node that does not stand in it.
     position behind();
@@ -165,10 +167,10 @@ private:
 
     list* m_collection = nullptr;
 
-    // The texts stand in the bytes of the lake until somebody wants them wide: the key and behind it the
-    // value of a named line, the value and behind it the comment of an unnamed one.
+    // The texts stand in the bytes of a file until somebody wants them wide: the key and behind it the value
+    // of a named line, the value and behind it the comment of an unnamed one.
     char const* m_bytes = "";
-    mutable std::atomic<WideTexts*> m_texts = nullptr; // owned; once set it holds and m_bytes is history
+    mutable std::atomic<WideTexts*> m_texts = nullptr; // owned; once set it holds and m_bytes is the origin
     std::uint32_t m_first_length = 0;
     std::uint32_t m_second_length = 0;
     std::uint32_t m_second_offset : 30 = 0;
@@ -181,7 +183,7 @@ private:
 
 // What operator[] of a lake or node answers. Owns no node. A lookup has failed when `position` is the end of
 // the list, which is exact for a search in the root.
-class CLakeNodeProxy {
+class PARAMDB_API CLakeNodeProxy {
 public:
     CLakeNode::list* collection = nullptr;
     CLakeNode::position

@@ -7,6 +7,8 @@
 // A view is valid as long as the line it was taken from stays in its lake and gets no other text.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -21,7 +23,7 @@ constexpr wchar_t Widen(wchar_t character) {
     return character;
 }
 
-class LakeText {
+class PARAMDB_API LakeText {
 public:
     constexpr LakeText() = default;
     constexpr LakeText(std::string_view bytes) : m_bytes(bytes.data()), m_size(bytes.size()) {}

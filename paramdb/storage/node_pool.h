@@ -5,6 +5,7 @@
 // fail.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/core/large_block.h>
 
 #include <cstddef>
@@ -12,7 +13,7 @@
 
 namespace paramdb {
 
-class NodePool {
+class PARAMDB_API NodePool {
 public:
     // A pool of slots of this size, which suits any object with an alignment of at most that of
     // std::max_align_t.

@@ -3,13 +3,14 @@
 #pragma once
 
 #include <paramdb/keys/value_base.h>
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/framework/cstring.h>
 
 #include <cstddef>
 #include <list>
 #include <tuple>
 
-class QVIpCalcParameter : public QValueBase {
+class PARAMDB_API QVIpCalcParameter : public QValueBase {
 public:
     static unsigned int const s_version = 1;
     static unsigned int const NumEnums = 6;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <paramdb/keys/q_clavis.h>
+#include <paramdb/platform/core/export.h>
 #include <paramdb/storage/checked_map.h>
 #include <paramdb/tables/db_multi_map.h>
 #include <paramdb/tables/dyn_name_id_table.h>
@@ -33,7 +34,7 @@ protected:
 } // namespace paramdb
 
 // All tables, each with its tag and no local sea.
-struct CParamTables : private paramdb::NonCopyable {
+struct PARAMDB_API CParamTables : private paramdb::NonCopyable {
 #define PARAMDB_NAME_TABLE(place, accessor, tag, key_column) CDynNameIdTable accessor;
 #define PARAMDB_TABLE(place, accessor, tag, container, key, row, key_columns, row_columns)                   \
     CQParamSeaTypedTable<container<key, row>> accessor;
@@ -71,9 +72,9 @@ struct CatalogueEntry {
 };
 
 // The descriptions of all tables in the order of registration.
-std::span<TableDescription const> Catalogue();
+PARAMDB_API std::span<TableDescription const> Catalogue();
 
 // The tables in the order of registration.
-std::vector<CatalogueEntry> CatalogueEntries(CParamTables& tables);
+PARAMDB_API std::vector<CatalogueEntry> CatalogueEntries(CParamTables& tables);
 
 } // namespace paramdb

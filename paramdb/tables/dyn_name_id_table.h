@@ -5,6 +5,7 @@
 #pragma once
 
 #include <paramdb/keys/index_keys.h>
+#include <paramdb/platform/core/export.h>
 #include <paramdb/tables/name_index.h>
 #include <paramdb/tables/sea_typed_table.h>
 
@@ -13,7 +14,7 @@
 // The tree from id to name that a name table is.
 using UniqueTree = CUniqueTreeMap<QIdx1, QIdxName, std::less<QIdx1>>;
 
-class CDynNameIdTable : public CQParamSeaTypedTable<UniqueTree> {
+class PARAMDB_API CDynNameIdTable : public CQParamSeaTypedTable<UniqueTree> {
 public:
     using CQParamSeaTypedTable::CQParamSeaTypedTable;
 

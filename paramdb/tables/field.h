@@ -5,6 +5,7 @@
 #pragma once
 
 #include <paramdb/keys/fixed_text.h>
+#include <paramdb/platform/core/export.h>
 
 #include <array>
 #include <cstddef>
@@ -19,7 +20,7 @@ namespace paramdb {
 enum class FieldType : std::uint8_t { Int, Unsigned, Int64, Float, Double, Text };
 
 // The name of the type in listings, such as "int" or "text".
-wchar_t const* FieldTypeName(FieldType type);
+PARAMDB_API wchar_t const* FieldTypeName(FieldType type);
 
 template <class T>
 constexpr FieldType FieldTypeOf() {
@@ -97,10 +98,10 @@ auto ConstFields(Row const& row) {
 }
 
 // Empties the texts among the fields and gives each room for any text.
-void ReserveTexts(std::span<Field const> fields);
+PARAMDB_API void ReserveTexts(std::span<Field const> fields);
 
 // The bytes that the texts among the fields hold outside of their row.
-std::size_t TextBytes(std::span<ConstField const> fields);
+PARAMDB_API std::size_t TextBytes(std::span<ConstField const> fields);
 
 // The number of fields of a key or row class, and their types in line order.
 template <class Row>

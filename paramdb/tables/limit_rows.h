@@ -5,6 +5,7 @@
 #pragma once
 
 #include <paramdb/keys/q_clavis.h>
+#include <paramdb/platform/core/export.h>
 #include <paramdb/tables/row.h>
 
 class QVIpLearnParameter
@@ -77,7 +78,7 @@ public:
 
     // Puts the elements of a key of user names where a clavis has them. The mode stays as it is: the key has
     // none.
-    static void Clavis(QIdx5 const& key, QClavis& clavis);
+    static PARAMDB_API void Clavis(QIdx5 const& key, QClavis& clavis);
 };
 
 class QVAuxStrings : public QVRow<QText<"value_1">> {

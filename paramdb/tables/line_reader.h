@@ -1,6 +1,7 @@
 // Reading the fields of a row from a line of text or from the cells of a table-set row.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/storage/cell.h>
 #include <paramdb/tables/field.h>
 
@@ -15,13 +16,14 @@ namespace paramdb {
 // when 199 or more characters of the line remain before it. On an exhausted line a number keeps its value and
 // a text becomes empty. Character is char, for the bytes of a parameter file, or wchar_t.
 template <class Character>
-bool ReadLine(std::basic_string_view<Character>& line, std::span<Field const> fields);
+PARAMDB_API bool ReadLine(std::basic_string_view<Character>& line, std::span<Field const> fields);
 extern template bool ReadLine(std::string_view&, std::span<Field const>);
 extern template bool ReadLine(std::wstring_view&, std::span<Field const>);
 
 // Reads the fields from the cells in order; `taken` counts the cells that were converted. False where the
 // cells run out or a text has 199 or more characters. Throws std::bad_variant_access for a cell of another
 // type.
-bool ReadCells(std::span<ParamDb::cell_t const> cells, std::span<Field const> fields, std::size_t& taken);
+PARAMDB_API bool ReadCells(std::span<ParamDb::cell_t const> cells, std::span<Field const> fields,
+                           std::size_t& taken);
 
 } // namespace paramdb

@@ -4,6 +4,8 @@
 // calls AdvanceProgress. Without a callback that costs next to nothing.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
+
 #include <chrono>
 #include <cstddef>
 #include <functional>
@@ -16,7 +18,7 @@ using LoadProgress = std::function<void(wchar_t const* step, std::size_t done, s
 
 // Makes the callback the one of this thread's load until the end of the scope. An empty callback is not
 // called.
-class ProgressScope {
+class PARAMDB_API ProgressScope {
 public:
     explicit ProgressScope(LoadProgress const& progress);
     ProgressScope(ProgressScope const&) = delete;
@@ -24,8 +26,8 @@ public:
     ~ProgressScope();
 
 private:
-    friend void BeginProgress(wchar_t const* step, std::size_t total);
-    friend void AdvanceProgress(std::size_t count);
+    friend PARAMDB_API void BeginProgress(wchar_t const* step, std::size_t total);
+    friend PARAMDB_API void AdvanceProgress(std::size_t count);
 
     LoadProgress const* m_progress;
     ProgressScope* m_outer;
@@ -36,10 +38,10 @@ private:
 };
 
 // Begins a step of the present load, if there is one, with nothing done yet.
-void BeginProgress(wchar_t const* step, std::size_t total);
+PARAMDB_API void BeginProgress(wchar_t const* step, std::size_t total);
 // Adds to what is done, and calls the callback if the last call is long enough ago. Not meant for every
 // single row.
-void AdvanceProgress(std::size_t count);
+PARAMDB_API void AdvanceProgress(std::size_t count);
 
 // Counts rows for AdvanceProgress, many at a time.
 class RowProgress {

@@ -4,6 +4,8 @@
 // A tree asks a row for each doubling of their number, and each of them may be anywhere in memory.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -11,7 +13,7 @@
 
 namespace paramdb {
 
-class NameIndex {
+class PARAMDB_API NameIndex {
 public:
     // Adds a row. The id must be new; of several rows with one name the first is found. The name ends with a
     // zero behind its last character, holds none before, and must stay where it is.

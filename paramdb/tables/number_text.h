@@ -1,6 +1,8 @@
 // Numbers at the front of a text: the same ranges, forms and faults on every platform and under every locale.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
+
 #include <cstdint>
 #include <string_view>
 
@@ -16,11 +18,11 @@ enum class NumberFault { None, Invalid, OutOfRange };
 // type is out of range, one too small becomes 0 or loses digits. T is a 32-bit or signed 64-bit integer,
 // float or double; Character is char or wchar_t.
 template <class T, class Character>
-NumberFault TakeNumber(std::basic_string_view<Character>& text, T& target);
+PARAMDB_API NumberFault TakeNumber(std::basic_string_view<Character>& text, T& target);
 
 // The same in the manner of the C library: without a number nothing is taken and the result is 0; what is too
 // large gives an infinity or the limit of 32 bits.
-double TakeDouble(std::wstring_view& text);
-std::int32_t TakeLong(std::wstring_view& text);
+PARAMDB_API double TakeDouble(std::wstring_view& text);
+PARAMDB_API std::int32_t TakeLong(std::wstring_view& text);
 
 } // namespace paramdb

@@ -1,6 +1,7 @@
 // Reading all rows of a table from each of the three sources, and writing them to a sea.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/sea/resource_sea.h>
 #include <paramdb/storage/db_table.h>
 #include <paramdb/storage/lake.h>
@@ -21,11 +22,11 @@ using RowReader = std::function<bool(std::span<Field const> fields, AddRow const
 
 // The readers of the three sources. Faulty rows are reported and left out, except that a row of a sea is
 // added as far as it was read. The source must outlive the reader.
-RowReader RowsOf(CLake::CNode const& section, wchar_t const* tag);
-RowReader RowsOf(ParamDb::CDbTable const& table, wchar_t const* tag);
-RowReader RowsOf(CResourceSea& sea, wchar_t const* tag);
+PARAMDB_API RowReader RowsOf(CLake::CNode const& section, wchar_t const* tag);
+PARAMDB_API RowReader RowsOf(ParamDb::CDbTable const& table, wchar_t const* tag);
+PARAMDB_API RowReader RowsOf(CResourceSea& sea, wchar_t const* tag);
 
 // Replaces the lines of the list named by the tag by the rows of the table, fields separated by one blank.
-void WriteRows(CQParamTableRows const& table, CResourceSea& sea, wchar_t const* tag);
+PARAMDB_API void WriteRows(CQParamTableRows const& table, CResourceSea& sea, wchar_t const* tag);
 
 } // namespace paramdb

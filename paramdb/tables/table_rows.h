@@ -1,6 +1,7 @@
 // The rows of a table, whatever their classes: what dumps, listings and exports read.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/tables/field.h>
 
 #include <cstddef>
@@ -24,10 +25,10 @@ public:
 namespace paramdb {
 
 // About how many bytes the rows take, with their texts and what is reserved for more.
-std::size_t MemoryBytes(CQParamTableRows const& table);
+PARAMDB_API std::size_t MemoryBytes(CQParamTableRows const& table);
 
 // Outputs the protocol form of a table (category 8, style 1): its tag, its rows with a counter, its tag
 // again. A limit of 0 shows every row, any other one row more than it says; it counts as an unsigned number.
-void DumpRows(CQParamTableRows const& table, wchar_t const* tag, int limit);
+PARAMDB_API void DumpRows(CQParamTableRows const& table, wchar_t const* tag, int limit);
 
 } // namespace paramdb

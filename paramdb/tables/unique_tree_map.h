@@ -2,6 +2,8 @@
 // are.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
+
 #include <functional>
 #include <map>
 #include <memory_resource>
@@ -11,7 +13,7 @@ namespace paramdb {
 
 // The pool behind the trees of all tables. It has no lock: tables are filled and emptied by one thread at a
 // time.
-std::pmr::memory_resource& TreeMemory();
+PARAMDB_API std::pmr::memory_resource& TreeMemory();
 
 } // namespace paramdb
 

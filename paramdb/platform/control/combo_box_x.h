@@ -1,9 +1,10 @@
 // A combo whose open list is wide enough for its texts.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/framework/combo_box.h>
 
-class CComboBoxX : public CComboBox {
+class PARAMDB_API CComboBoxX : public CComboBox {
 public:
     using CComboBox::CComboBox;
 

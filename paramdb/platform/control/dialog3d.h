@@ -1,11 +1,12 @@
 // A dialog that is shown beside the others, and the place where views of dialogs come from.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/framework/dialog.h>
 
 #include <functional>
 
-class CDialog3d : public CDialog {
+class PARAMDB_API CDialog3d : public CDialog {
 public:
     using CDialog::CDialog;
 

@@ -17,12 +17,13 @@
 #pragma once
 
 #include <paramdb/platform/control/x_list_cells.h>
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/framework/wnd.h>
 
 #include <deque>
 #include <functional>
 
-class CXListCtrl : public CWnd {
+class PARAMDB_API CXListCtrl : public CWnd {
 public:
     // Columns. A width below 0 is that of the heading.
     int InsertColumn(int column, wchar_t const* heading, int format = LVCFMT_LEFT, int width = -1);

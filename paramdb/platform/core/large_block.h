@@ -2,13 +2,15 @@
 // fresh piece then costs a page fault for each 2 MB instead of each 4 KB.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
+
 #include <cstddef>
 #include <memory>
 
 namespace paramdb {
 
 // Owns a piece of uninitialised memory, aligned for any object of at most the alignment of std::max_align_t.
-class LargeBlock {
+class PARAMDB_API LargeBlock {
 public:
     LargeBlock() = default;
     // Throws std::bad_alloc.
@@ -18,7 +20,7 @@ public:
     char* chars() const { return reinterpret_cast<char*>(m_memory.get()); }
 
 private:
-    struct Release {
+    struct PARAMDB_API Release {
         void operator()(std::byte* memory) const noexcept;
     };
     std::unique_ptr<std::byte, Release> m_memory;

@@ -8,12 +8,13 @@
 // operations may be called from any thread.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/framework/cstring.h>
 
 #include <cstdint>
 #include <string_view>
 
-class CLibMgr {
+class PARAMDB_API CLibMgr {
 public:
     // The languages the table knows, by the ids of the host system. `standard` reads as English.
     enum class Language : std::uint16_t {

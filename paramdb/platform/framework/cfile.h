@@ -5,12 +5,14 @@
 // to one thread at a time. Nothing is buffered here: a written byte is with the system at once.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
+
 #include <cstdint>
 #include <stdexcept>
 #include <string>
 
 // What a failed operation of CFile throws, by value.
-class CFileException : public std::runtime_error {
+class PARAMDB_API CFileException : public std::runtime_error {
 public:
     // A code of 0 stands for no error.
     explicit CFileException(int code = 0);
@@ -28,7 +30,7 @@ private:
     int m_code;
 };
 
-class CFile {
+class PARAMDB_API CFile {
 public:
     // To be combined. The sharing is always shareDenyNone and the type always binary.
     enum OpenFlags : unsigned {

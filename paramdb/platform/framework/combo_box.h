@@ -7,12 +7,13 @@
 // Every operation is there as a message too (CB_ADDSTRING and so on), with the same answers.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/framework/wnd.h>
 
 #include <cstdint>
 #include <vector>
 
-class CComboBox : public CWnd {
+class PARAMDB_API CComboBox : public CWnd {
 public:
     // A sorted one puts each text in its place, without regard to case; equal ones keep the order in which
     // they came.

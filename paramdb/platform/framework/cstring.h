@@ -6,6 +6,8 @@
 // without a lock.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
+
 #include <compare>
 #include <concepts>
 #include <cstdarg>
@@ -14,7 +16,7 @@
 #include <string_view>
 #include <utility>
 
-class CString {
+class PARAMDB_API CString {
 public:
     CString() = default;
     CString(wchar_t const* text) : m_text(text ? text : L"") {} // null is the empty text
@@ -101,13 +103,13 @@ private:
     std::wstring m_text;
 };
 
-[[nodiscard]] CString operator+(CString const& a, CString const& b);
-[[nodiscard]] CString operator+(CString const& a, wchar_t const* b);
-[[nodiscard]] CString operator+(CString const& a, std::wstring const& b);
-[[nodiscard]] CString operator+(CString const& a, wchar_t b);
-[[nodiscard]] CString operator+(wchar_t const* a, CString const& b);
-[[nodiscard]] CString operator+(std::wstring const& a, CString const& b);
-[[nodiscard]] CString operator+(wchar_t a, CString const& b);
+[[nodiscard]] PARAMDB_API CString operator+(CString const& a, CString const& b);
+[[nodiscard]] PARAMDB_API CString operator+(CString const& a, wchar_t const* b);
+[[nodiscard]] PARAMDB_API CString operator+(CString const& a, std::wstring const& b);
+[[nodiscard]] PARAMDB_API CString operator+(CString const& a, wchar_t b);
+[[nodiscard]] PARAMDB_API CString operator+(wchar_t const* a, CString const& b);
+[[nodiscard]] PARAMDB_API CString operator+(std::wstring const& a, CString const& b);
+[[nodiscard]] PARAMDB_API CString operator+(wchar_t a, CString const& b);
 
 // Without this a stream would take the pointer and print an address; stream GetString() instead.
 template <class Char, class Traits>

@@ -11,6 +11,7 @@
 // Dialogs are not modal: Create shows one, and a button, or EndDialog, ends it.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/framework/dialog_template.h>
 #include <paramdb/platform/framework/wnd.h>
 
@@ -22,7 +23,7 @@ struct CDataExchange {
     bool m_bSaveAndValidate = false; // out of the controls, not into them
 };
 
-class CDialog : public CWnd {
+class PARAMDB_API CDialog : public CWnd {
 public:
     // A dialog on that template, to stand before that window; nothing is shown yet.
     explicit CDialog(unsigned int resource, CWnd* parent = nullptr);
@@ -55,7 +56,7 @@ protected:
     LRESULT OnMessage(UINT message, WPARAM first, LPARAM second) override;
 
 private:
-    friend void DDX_Control(CDataExchange* exchange, int id, CWnd& control);
+    friend PARAMDB_API void DDX_Control(CDataExchange* exchange, int id, CWnd& control);
 
     unsigned int m_resource;
     CDialogTemplate m_template;
@@ -64,4 +65,4 @@ private:
 };
 
 // Makes the control's window within the dialog, under the id of its template, if it has none yet.
-void DDX_Control(CDataExchange* exchange, int id, CWnd& control);
+PARAMDB_API void DDX_Control(CDataExchange* exchange, int id, CWnd& control);

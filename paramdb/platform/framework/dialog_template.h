@@ -2,6 +2,7 @@
 // average character's width, an eighth of its height), in the language in force.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/framework/cstring.h>
 
 #include <vector>
@@ -29,6 +30,6 @@ namespace paramdb {
 
 // The template of a number, with the texts of the language in force; empty, with the id 0, on a miss. Any
 // thread.
-[[nodiscard]] CDialogTemplate FindDialogTemplate(unsigned int id);
+[[nodiscard]] PARAMDB_API CDialogTemplate FindDialogTemplate(unsigned int id);
 
 } // namespace paramdb

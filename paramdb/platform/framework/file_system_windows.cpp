@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstddef>
+#include <vector>
 
 namespace paramdb::file_system {
 namespace {
@@ -54,6 +56,47 @@ std::wstring FinalName(HANDLE file, std::wstring const& name) {
     return final_name;
 }
 
+// Gives a file the attributes of another one and the list of who may do what with it, as far as that goes.
+void TakeOverRights(std::wstring const& from, std::wstring const& to) {
+    DWORD const attributes = GetFileAttributesW(from.c_str());
+    DWORD size = 0;
+    GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+    std::vector<std::max_align_t> rights(size / sizeof(std::max_align_t) + 1);
+    if (GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, rights.data(), size, &size))
+        SetFileSecurityW(to.c_str(), DACL_SECURITY_INFORMATION, rights.data());
+    if (attributes != INVALID_FILE_ATTRIBUTES)
+        SetFileAttributesW(to.c_str(), attributes);
+}
+
+// Whether it may go well in a moment; a file that is not found has been put aside by another writer.
+bool MeansInUse(DWORD code) {
+    return code == ERROR_ACCESS_DENIED || code == ERROR_SHARING_VIOLATION || code == ERROR_FILE_NOT_FOUND ||
+           code == ERROR_UNABLE_TO_REMOVE_REPLACED || code == ERROR_UNABLE_TO_MOVE_REPLACEMENT ||
+           code == ERROR_UNABLE_TO_MOVE_REPLACEMENT_2;
+}
+
+// One attempt to give a file the target's name.
+bool MoveNow(std::wstring const& name, Target const& target) {
+    if (MoveFileExW(name.c_str(), target.name.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
+        return true;
+    // That is one step for everybody, but no way while somebody has the old file open. If they leave it to be
+    // removed, it can be put aside first.
+    if (!MeansInUse(GetLastError()))
+        return false;
+    std::wstring const aside = NativeName(name + L".old");
+    if (ReplaceFileW(target.name.c_str(), name.c_str(), aside.c_str(), REPLACEFILE_IGNORE_MERGE_ERRORS,
+                     nullptr, nullptr)) {
+        DeleteFileW(aside.c_str());
+        return true;
+    }
+    DWORD const code = GetLastError();
+    // The old file may be aside already: back with it, unless another writer's is in its place by now.
+    if (!MoveFileExW(aside.c_str(), target.name.c_str(), 0) && GetLastError() == ERROR_ALREADY_EXISTS)
+        DeleteFileW(aside.c_str());
+    SetLastError(code);
+    return false;
+}
+
 } // namespace
 
 int const InUseError = ERROR_BUSY;
@@ -72,7 +115,9 @@ std::wstring ErrorText(int code) {
 }
 
 bool MeansNotFound(int code) noexcept {
-    return code == ERROR_FILE_NOT_FOUND || code == ERROR_PATH_NOT_FOUND;
+    // No such file, folder, drive, computer or share.
+    return code == ERROR_FILE_NOT_FOUND || code == ERROR_PATH_NOT_FOUND || code == ERROR_INVALID_DRIVE ||
+           code == ERROR_BAD_NETPATH || code == ERROR_BAD_NET_NAME;
 }
 
 Handle Open(std::wstring const& name, OpenMode mode) noexcept {
@@ -138,10 +183,15 @@ bool FindTarget(std::wstring const& name, Target& target) {
         return GetLastError() == ERROR_FILE_NOT_FOUND;
     target.exists = true;
     target.direct = GetFileType(file) != FILE_TYPE_DISK;
+    BY_HANDLE_FILE_INFORMATION information{};
+    bool const read_only = !target.direct && GetFileInformationByHandle(file, &information) != 0 &&
+                           (information.dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0;
     if (!target.direct)
         target.name = FinalName(file, native);
     CloseHandle(file);
-    return true;
+    if (read_only) // some systems let the mighty open it
+        SetLastError(ERROR_ACCESS_DENIED);
+    return !read_only;
 }
 
 Handle OpenDirect(Target const& target) noexcept {
@@ -168,13 +218,18 @@ Handle CreateBeside(Target const& target, std::wstring& name) {
 }
 
 bool MoveOver(std::wstring const& name, Target const& target) {
-    // The first form gives the new file the attributes and rights of the old one; not every file system has
-    // it.
-    DWORD const flags = REPLACEFILE_IGNORE_MERGE_ERRORS;
-    if (target.exists && ReplaceFileW(target.name.c_str(), name.c_str(), nullptr, flags, nullptr, nullptr))
-        return true;
-    return MoveFileExW(name.c_str(), target.name.c_str(),
-                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+    if (target.exists)
+        TakeOverRights(target.name, name);
+    // Virus scanners and indexers open every new file for a moment, and a file that somebody has open without
+    // leave to remove it cannot be replaced. Whoever keeps it longer makes this fail.
+    constexpr DWORD LongestWait = 128; // ms; twice that in all
+    for (DWORD wait = 1; !MoveNow(name, target); wait *= 2) {
+        DWORD const code = GetLastError();
+        if (!MeansInUse(code) || wait > LongestWait)
+            return false;
+        Sleep(wait);
+    }
+    return true;
 }
 
 void Remove(std::wstring const& name) noexcept {

@@ -3,9 +3,12 @@
 #include <paramdb/platform/framework/wnd.h>
 
 #include <deque>
+#include <utility>
+
+#ifndef _WIN32
 #include <map>
 #include <mutex>
-#include <utility>
+#endif
 
 namespace {
 
@@ -66,6 +69,15 @@ std::function<void()> CMessageQueue::SetWakeUp(std::function<void()> wake_up) {
     return std::exchange(TheQueue().wake_up, std::move(wake_up));
 }
 
+#ifdef _WIN32
+
+// The system's own, so that a host's real windows know it by the same number.
+UINT paramdb::RegisteredMessage(wchar_t const* name) {
+    return name && *name ? ::RegisterWindowMessageW(name) : 0;
+}
+
+#else
+
 UINT paramdb::RegisteredMessage(wchar_t const* name) {
     constexpr UINT first_number = 0xC000;
     constexpr UINT last_number = 0xFFFF;
@@ -84,3 +96,5 @@ UINT paramdb::RegisteredMessage(wchar_t const* name) {
     numbers.emplace(key, number);
     return number;
 }
+
+#endif

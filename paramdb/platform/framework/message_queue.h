@@ -5,12 +5,13 @@
 // A message for a window that is destroyed before its turn is dropped. For the thread of the windows alone.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/framework/window_types.h>
 
 #include <cstddef>
 #include <functional>
 
-class CMessageQueue {
+class PARAMDB_API CMessageQueue {
 public:
     // Puts a message behind the others; false, and nothing happens, if there is no such window.
     static bool Post(HWND window, UINT message, WPARAM first, LPARAM second);
@@ -35,6 +36,6 @@ namespace paramdb {
 
 // The number of a message by name: 0xC000 to 0xFFFF, the same for the same name as long as the process lives.
 // Names are compared without regard to case. 0 for an empty name and when all numbers are taken. Any thread.
-[[nodiscard]] UINT RegisteredMessage(wchar_t const* name);
+[[nodiscard]] PARAMDB_API UINT RegisteredMessage(wchar_t const* name);
 
 } // namespace paramdb

@@ -9,6 +9,7 @@
 // rename wins.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/framework/cfile.h>
 
 #include <functional>
@@ -19,11 +20,12 @@ namespace paramdb {
 
 // True once `name` holds `content`. Otherwise false, the old file is as it was, no temporary is left, and
 // `error` has the system's text for the reason; on success `error` is untouched.
-[[nodiscard]] bool ReplaceFileWith(std::wstring const& name, std::string_view content, std::wstring& error);
+[[nodiscard]] PARAMDB_API bool ReplaceFileWith(std::wstring const& name, std::string_view content,
+                                               std::wstring& error);
 
 // The same with content that `write` puts into the file it is given, piece by piece. A CFileException from
 // `write` is a failure as above; any other exception passes through after the temporary is gone.
-[[nodiscard]] bool ReplaceFileWith(std::wstring const& name, std::function<void(CFile&)> const& write,
-                                   std::wstring& error);
+[[nodiscard]] PARAMDB_API bool ReplaceFileWith(std::wstring const& name,
+                                               std::function<void(CFile&)> const& write, std::wstring& error);
 
 } // namespace paramdb

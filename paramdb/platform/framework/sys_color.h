@@ -5,6 +5,7 @@
 // For the thread of the windows alone.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/framework/cstring.h>
 #include <paramdb/platform/framework/window_types.h>
 
@@ -23,20 +24,20 @@ enum SystemColorIndex : int {
 };
 
 // The colour of a number, 0x00BBGGRR; 0 for a number that nobody has set.
-[[nodiscard]] COLORREF SystemColor(int index) noexcept;
+[[nodiscard]] PARAMDB_API COLORREF SystemColor(int index) noexcept;
 
 // Sets colours, others stay. A selection grid knows its selected cells by these colours, so set them before
 // one is filled, and 13 and 15 to values that no cell has otherwise.
-void SetSystemColors(std::map<int, COLORREF> const& colors);
+PARAMDB_API void SetSystemColors(std::map<int, COLORREF> const& colors);
 // Goes back to the colours of the start.
-void ResetSystemColors();
+PARAMDB_API void ResetSystemColors();
 
 using TextWidthFunction = std::function<int(CString const& text)>;
 
 // The width of a text in pixels, with the font of the controls.
-[[nodiscard]] int TextWidth(CString const& text);
+[[nodiscard]] PARAMDB_API int TextWidth(CString const& text);
 
 // Installs what measures texts; an empty function brings back the first, seven pixels for each character.
-void SetTextWidth(TextWidthFunction function);
+PARAMDB_API void SetTextWidth(TextWidthFunction function);
 
 } // namespace paramdb

@@ -11,6 +11,7 @@
 // one. For one thread, that of the windows, alone.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/framework/cstring.h>
 #include <paramdb/platform/framework/geometry.h>
 #include <paramdb/platform/framework/wnd_view.h>
@@ -21,7 +22,7 @@
 class CWnd;
 
 // A pointer to a window object that becomes null when the object dies.
-class CWndReference {
+class PARAMDB_API CWndReference {
 public:
     CWndReference() = default;
     CWndReference(CWnd* wnd);
@@ -34,7 +35,7 @@ private:
     std::weak_ptr<CWnd*> m_anchor;
 };
 
-class CWnd {
+class PARAMDB_API CWnd {
 public:
     CWnd();
     CWnd(CWnd const&) = delete;

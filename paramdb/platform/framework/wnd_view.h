@@ -11,9 +11,11 @@
 // windows; a view that is drawing anyway may take each of them as "draw anew".
 #pragma once
 
+#include <paramdb/platform/core/export.h>
+
 class CWnd;
 
-class CWndView {
+class PARAMDB_API CWndView {
 public:
     CWndView() = default;
     CWndView(CWndView const&) = delete;

@@ -1,11 +1,13 @@
 // The ratio of two speeds: an exact fraction while that is possible, a floating number otherwise.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
+
 #include <cstdint>
 
 namespace numeric {
 
-class CRatio {
+class PARAMDB_API CRatio {
 public:
     // A ratio known as a floating number only.
     explicit CRatio(double value = 0.0) : m_value(value) {}
@@ -20,7 +22,7 @@ public:
     double value() const { return m_value; }
 
     // The quotient: exact if both are and its terms fit 64 bits. Dividing by zero gives the ratio 0.0.
-    friend CRatio operator/(CRatio const& left, CRatio const& right);
+    friend PARAMDB_API CRatio operator/(CRatio const& left, CRatio const& right);
     // Equal values of one kind.
     friend bool operator==(CRatio const& left, CRatio const& right) = default;
 

@@ -6,6 +6,8 @@
 // any thread, and a sink may itself call either of them; two threads may be inside one sink at the same time.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
+
 #include <functional>
 #include <string>
 
@@ -15,10 +17,10 @@ using Sink = std::function<void(int category, int style, std::wstring const& tex
 
 // Installs a sink and returns the one before, empty if there was none. An empty sink brings back the standard
 // error stream. A message that is under way on another thread may still reach the old sink.
-Sink SetSink(Sink sink);
+PARAMDB_API Sink SetSink(Sink sink);
 
 // Hands a message to the sink, or writes its text to standard error in UTF-8 if there is none. An exception
 // of the sink passes through.
-void Output(int category, int style, std::wstring const& text);
+PARAMDB_API void Output(int category, int style, std::wstring const& text);
 
 } // namespace PrWin

@@ -10,6 +10,7 @@
 // outlive them, and hold no lines themselves: changes by others show at once.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/sea/resource_sea.h>
 
 #include <cstddef>
@@ -17,7 +18,7 @@
 #include <string_view>
 
 // One line of a list, by its place. A small value; copying it copies the reference.
-class CResourceEntry {
+class PARAMDB_API CResourceEntry {
 public:
     CResourceEntry(CResourceSea& sea, std::wstring_view tag, std::size_t line)
         : m_sea(&sea), m_tag(tag), m_line(line) {}
@@ -31,7 +32,7 @@ private:
     std::size_t m_line;
 };
 
-class CResourceList {
+class PARAMDB_API CResourceList {
 public:
     // The cursor stands on the first line. A null tag is the empty name.
     CResourceList(CResourceSea& sea, wchar_t const* tag) : m_sea(&sea), m_tag(tag ? tag : L"") {}

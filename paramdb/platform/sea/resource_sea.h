@@ -15,13 +15,15 @@
 // stand in the order of their names.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
+
 #include <map>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
-class CResourceSea {
+class PARAMDB_API CResourceSea {
 public:
     using LineList = std::vector<std::wstring>;
     using ListMap = std::map<std::wstring, LineList, std::less<>>;

@@ -1,6 +1,7 @@
 // The six-part key of the measurement data, and the words for its elements.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/framework/cstring.h>
 
 #include <array>
@@ -24,7 +25,7 @@ inline constexpr int ElementCount = 6;
 // The word for an element. Form 0 is the technical word ("Mode"), the same in every language; 1 is the
 // singular for the screen ("Test step"), 2 the plural ("Test steps"), both in the language of CLibMgr. Any
 // other element or form gives an empty text. Any thread.
-[[nodiscard]] CString ElementName(int element, int form);
+[[nodiscard]] PARAMDB_API CString ElementName(int element, int form);
 
 } // namespace Clavis
 
@@ -37,7 +38,7 @@ struct SClavis {
 };
 
 // Six ints in the order of Clavis::qOrder; -1 is an element that is not set, or any value in a pattern.
-class CClavis {
+class PARAMDB_API CClavis {
 public:
     CClavis() noexcept { m_elements.fill(-1); }
     CClavis(int mode, int instrument, int channel, int location, int parameter, int signal) noexcept

@@ -12,13 +12,14 @@
 // A plain value: no locks, const operations in any number of threads.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/signal/clavis.h>
 
 #include <array>
 #include <set>
 #include <utility>
 
-class CClavisSet {
+class PARAMDB_API CClavisSet {
 public:
     // The set of an element, one of Clavis::qOrder. Throws std::out_of_range for any other element.
     [[nodiscard]] std::set<int>& ElementSet(unsigned int element);

@@ -1,9 +1,10 @@
 // A unit of measurement with its prefix.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/framework/cstring.h>
 
-class CMeasuringUnit {
+class PARAMDB_API CMeasuringUnit {
 public:
     // No unit.
     CMeasuringUnit() = default;

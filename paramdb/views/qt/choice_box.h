@@ -6,6 +6,8 @@
 // chosen before.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
+
 #include <QtCore/QAbstractListModel>
 #include <QtCore/QStringList>
 #include <QtWidgets/QComboBox>
@@ -14,7 +16,7 @@
 namespace paramdb::qt {
 
 // The entries; far quicker to change than those of a combo's own.
-class ChoiceModel : public QAbstractListModel {
+class PARAMDB_VIEWS_API ChoiceModel : public QAbstractListModel {
 public:
     void Set(QStringList texts);
     [[nodiscard]] int rowCount(QModelIndex const& parent = {}) const override;
@@ -24,7 +26,7 @@ private:
     QStringList m_texts;
 };
 
-class ChoiceBox : public QComboBox {
+class PARAMDB_VIEWS_API ChoiceBox : public QComboBox {
 public:
     explicit ChoiceBox(QWidget* parent = nullptr);
 

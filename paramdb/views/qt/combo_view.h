@@ -10,13 +10,14 @@
 // may die first.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/framework/combo_box.h>
 #include <paramdb/views/qt/choice_box.h>
 #include <paramdb/views/qt/soon.h>
 
 namespace paramdb::qt {
 
-class ComboView : public ChoiceBox, private CWndView {
+class PARAMDB_VIEWS_API ComboView : public ChoiceBox, private CWndView {
 public:
     explicit ComboView(QWidget* parent = nullptr);
     ~ComboView() override;

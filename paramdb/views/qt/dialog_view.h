@@ -11,6 +11,7 @@
 // dialog whose view is deleted by somebody else is closed, with no word to it.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/framework/dialog.h>
 #include <paramdb/views/qt/list_view.h>
 
@@ -22,7 +23,7 @@ class QAbstractButton;
 
 namespace paramdb::qt {
 
-class DialogView : public QDialog, private CWndView {
+class PARAMDB_VIEWS_API DialogView : public QDialog, private CWndView {
 public:
     explicit DialogView(CDialog& dialog, QWidget* parent = nullptr);
     ~DialogView() override;

@@ -6,13 +6,14 @@
 // One at a time, on the thread of the windows, while there is a QCoreApplication.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/views/qt/soon.h>
 
 #include <functional>
 
 namespace paramdb::qt {
 
-class EventLoop {
+class PARAMDB_VIEWS_API EventLoop {
 public:
     EventLoop();
     EventLoop(EventLoop const&) = delete;
@@ -28,6 +29,6 @@ private:
 
 // Calls into a control from an event of Qt. No exception may pass through Qt, so one that a host's own
 // function throws ends here, as a message of category 8 and style 3 with its what().
-void CallControl(std::function<void()> const& call);
+PARAMDB_VIEWS_API void CallControl(std::function<void()> const& call);
 
 } // namespace paramdb::qt

@@ -1,6 +1,8 @@
 // The line in which a part of a name is typed to narrow a list, with a word on how many names are left.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
+
 #include <QtWidgets/QLineEdit>
 #include <QtWidgets/QWidget>
 #include <functional>
@@ -9,7 +11,7 @@ class QLabel;
 
 namespace paramdb::qt {
 
-class FilterLine : public QWidget {
+class PARAMDB_VIEWS_API FilterLine : public QWidget {
 public:
     // `on_key` gets what the line itself has no use for: arrows up and down, page keys, return, escape; true
     // if it did something.

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <paramdb/platform/control/x_list_ctrl.h>
+#include <paramdb/platform/core/export.h>
 
 #include <QtCore/QAbstractTableModel>
 #include <QtCore/QString>
@@ -14,7 +15,7 @@
 
 namespace paramdb::qt {
 
-class ListModel : public QAbstractTableModel {
+class PARAMDB_VIEWS_API ListModel : public QAbstractTableModel {
 public:
     // What Qt has no role for: colours of a cell (COLORREF, XDefaultColor for none), whether it has a combo.
     enum Role : int { TextColorRole = Qt::UserRole, BackgroundColorRole, ComboRole };

@@ -1,12 +1,14 @@
 // The table of a list view: it draws, and hands every doing of the user on.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
+
 #include <QtWidgets/QTableView>
 #include <functional>
 
 namespace paramdb::qt {
 
-class ListTable : public QTableView {
+class PARAMDB_VIEWS_API ListTable : public QTableView {
 public:
     // Who hears of the user.
     struct Listener {

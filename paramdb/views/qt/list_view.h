@@ -21,6 +21,7 @@
 #pragma once
 
 #include <paramdb/platform/control/x_list_ctrl.h>
+#include <paramdb/platform/core/export.h>
 #include <paramdb/views/qt/filter_line.h>
 #include <paramdb/views/qt/list_delegate.h>
 #include <paramdb/views/qt/list_model.h>
@@ -32,7 +33,7 @@
 
 namespace paramdb::qt {
 
-class ListView : public QWidget, private CWndView, private ListTable::Listener {
+class PARAMDB_VIEWS_API ListView : public QWidget, private CWndView, private ListTable::Listener {
 public:
     explicit ListView(QWidget* parent = nullptr);
     ListView(ListView const&) = delete;

@@ -4,6 +4,7 @@
 // way. Any thread.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/framework/cstring.h>
 
 #include <QtCore/QString>
@@ -12,10 +13,10 @@ namespace paramdb::qt {
 
 // Unit by unit. A single unit above U+FFFF, possible where a wide character is wider, becomes the two it
 // stands for; one that stands for nothing becomes U+FFFD.
-[[nodiscard]] QString ToQString(CString const& text);
-[[nodiscard]] CString FromQString(QString const& text);
+[[nodiscard]] PARAMDB_VIEWS_API QString ToQString(CString const& text);
+[[nodiscard]] PARAMDB_VIEWS_API CString FromQString(QString const& text);
 
 // "Filter", the name of the line that narrows a list, in the language in force.
-[[nodiscard]] QString FilterWord();
+[[nodiscard]] PARAMDB_VIEWS_API QString FilterWord();
 
 } // namespace paramdb::qt

@@ -2,12 +2,14 @@
 // of the views.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
+
 #include <QtCore/QObject>
 #include <functional>
 
 namespace paramdb::qt {
 
-class Soon : public QObject {
+class PARAMDB_VIEWS_API Soon : public QObject {
 public:
     explicit Soon(std::function<void()> work);
 

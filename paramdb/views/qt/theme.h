@@ -8,6 +8,7 @@
 // For the thread of the windows alone.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/framework/window_types.h>
 
 #include <QtGui/QColor>
@@ -18,23 +19,23 @@ namespace paramdb::qt {
 // Gives the controls the colours of the application's palette and the widths of its font. The first view does
 // it if nobody has before; a host that fills grids before there is a view calls it when its QApplication
 // stands. Further calls change nothing.
-void InstallTheme();
+PARAMDB_VIEWS_API void InstallTheme();
 // Puts the colours and widths of the start back; the next view installs the theme anew. For the end of a
 // host.
-void UninstallTheme();
+PARAMDB_VIEWS_API void UninstallTheme();
 
 // 0x00BBGGRR.
-[[nodiscard]] QColor ToQColor(COLORREF color);
-[[nodiscard]] COLORREF FromQColor(QColor const& color);
+[[nodiscard]] PARAMDB_VIEWS_API QColor ToQColor(COLORREF color);
+[[nodiscard]] PARAMDB_VIEWS_API COLORREF FromQColor(QColor const& color);
 
 // Whether text is lighter than what is behind it.
-[[nodiscard]] bool IsDark(QPalette const& palette);
+[[nodiscard]] PARAMDB_VIEWS_API bool IsDark(QPalette const& palette);
 // Behind what is selected in a control that does not have the keyboard.
-[[nodiscard]] QColor InactiveSelection(QPalette const& palette);
+[[nodiscard]] PARAMDB_VIEWS_API QColor InactiveSelection(QPalette const& palette);
 
 // The palette for an empty box on the background of a list. Styles outline it darker than the window, which
 // is not seen on a dark list.
-[[nodiscard]] QPalette BoxPalette(QPalette const& palette);
+[[nodiscard]] PARAMDB_VIEWS_API QPalette BoxPalette(QPalette const& palette);
 
 // What a cell is drawn with. An invalid background means that of the list.
 struct CellColors {
@@ -43,6 +44,7 @@ struct CellColors {
 };
 // The colours of a cell, XDefaultColor for none of its own. Marks become colours of the palette; others are
 // a host's, made for white paper: on a dark palette light becomes dark and dark light.
-[[nodiscard]] CellColors ColorsOnScreen(COLORREF text, COLORREF background, QPalette const& palette);
+[[nodiscard]] PARAMDB_VIEWS_API CellColors ColorsOnScreen(COLORREF text, COLORREF background,
+                                                          QPalette const& palette);
 
 } // namespace paramdb::qt

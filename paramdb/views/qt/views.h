@@ -16,11 +16,12 @@
 #pragma once
 
 #include <paramdb/platform/control/dialog3d.h>
+#include <paramdb/platform/core/export.h>
 #include <paramdb/views/qt/event_loop.h>
 
 namespace paramdb::qt {
 
-class Views {
+class PARAMDB_VIEWS_API Views {
 public:
     Views();
     Views(Views const&) = delete;
