@@ -36,8 +36,9 @@ bool IsText(ColumnDescription const& column) {
 // A way to print rows: the columns first, then row by row, then the end.
 class RowPrinter {
 public:
-    RowPrinter(std::ostream& out, TableDescription const& table)
-        : m_out(out), m_key_columns(table.key_columns.size()), m_columns(table.key_columns) {
+    RowPrinter(std::ostream& out, TableDescription const& table, RowOriginOf const& origin)
+        : m_out(out), m_key_columns(table.key_columns.size()), m_columns(table.key_columns),
+          m_origin(origin) {
         m_columns.insert(m_columns.end(), table.row_columns.begin(), table.row_columns.end());
     }
     RowPrinter(RowPrinter const&) = delete;
@@ -47,27 +48,32 @@ public:
     virtual void Begin() {}
     virtual void End() {}
 
-    void Print(ConstFields key, ConstFields row) {
+    void Print(ConstFields key, ConstFields row, std::size_t index) {
         m_line.clear();
         for (std::size_t column = 0; column < m_columns.size(); ++column)
             Add(column, column < m_key_columns ? key[column] : row[column - m_key_columns]);
+        if (m_origin)
+            AddOrigin(m_origin(index));
         EndLine();
         m_out.write(m_line.data(), static_cast<std::streamsize>(m_line.size()));
     }
 
 protected:
     virtual void Add(std::size_t column, ConstField field) = 0;
+    virtual void AddOrigin(std::optional<RowOrigin> const& origin) = 0;
     virtual void EndLine() = 0;
 
     std::ostream& m_out;
     std::size_t m_key_columns;
     std::vector<ColumnDescription> m_columns;
+    RowOriginOf const& m_origin; // empty where nobody asks
     std::string m_line;
 };
 
 class TextPrinter : public RowPrinter {
 public:
-    TextPrinter(std::ostream& out, TableDescription const& table) : RowPrinter(out, table) {
+    TextPrinter(std::ostream& out, TableDescription const& table, RowOriginOf const& origin)
+        : RowPrinter(out, table, origin) {
         for (ColumnDescription const& column : m_columns)
             m_widths.push_back(TextWidth(column.name));
     }
@@ -84,12 +90,19 @@ public:
         m_line.clear();
         for (std::size_t column = 0; column < m_columns.size(); ++column)
             AddPadded(column, std::string(m_columns[column].name));
+        if (m_origin)
+            m_line += " | origin";
         EndLine();
         m_out << m_line;
     }
 
 protected:
     void Add(std::size_t column, ConstField field) override { AddPadded(column, Shown(field)); }
+
+    void AddOrigin(std::optional<RowOrigin> const& origin) override {
+        if (origin)
+            m_line += " | " + Printable(FromUtf8(origin->file)) + ':' + std::to_string(origin->line);
+    }
 
     void EndLine() override {
         m_line.erase(m_line.find_last_not_of(' ') + 1);
@@ -128,14 +141,28 @@ protected:
         m_line.append(column == 0 ? "\"" : ", \"").append(m_columns[column].name).append("\": ");
         std::string const text = CellText(field);
         if (IsText(m_columns[column]) || !IsFinite(field))
-            m_line += nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+            m_line += JsonOf(text);
+
         else
             m_line += text;
+    }
+
+    void AddOrigin(std::optional<RowOrigin> const& origin) override {
+        m_line += ", \"origin\": ";
+        if (origin)
+            m_line +=
+                "{\"file\": " + JsonOf(origin->file) + ", \"line\": " + std::to_string(origin->line) + '}';
+        else
+            m_line += "null";
     }
 
     void EndLine() override { m_line += '}'; }
 
 private:
+    static std::string JsonOf(std::string const& text) {
+        return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+    }
+
     static bool IsFinite(ConstField field) {
         return field.Visit([]<class T>(T const& value) {
             if constexpr (std::is_floating_point_v<T>)
@@ -155,12 +182,20 @@ public:
         m_line.clear();
         for (std::size_t column = 0; column < m_columns.size(); ++column)
             AddCell(column, std::string(m_columns[column].name));
+        if (m_origin)
+            m_line += ",file,line";
         EndLine();
         m_out << m_line;
     }
 
 protected:
     void Add(std::size_t column, ConstField field) override { AddCell(column, CellText(field)); }
+
+    void AddOrigin(std::optional<RowOrigin> const& origin) override {
+        AddCell(1, origin ? origin->file : std::string());
+        AddCell(1, origin ? std::to_string(origin->line) : std::string());
+    }
+
     void EndLine() override { m_line += "\r\n"; }
 
 private:
@@ -181,11 +216,13 @@ private:
 template <class Function>
 std::size_t VisitMatches(CQParamTableRows const& rows, KeyPattern const& pattern, Function function) {
     std::size_t count = 0;
+    std::size_t index = 0;
     rows.VisitRows([&](ConstFields key, ConstFields row) {
         if (pattern.Matches(key)) {
             ++count;
-            function(key, row);
+            function(key, row, index);
         }
+        ++index;
         return true;
     });
     return count;
@@ -193,8 +230,8 @@ std::size_t VisitMatches(CQParamTableRows const& rows, KeyPattern const& pattern
 
 std::size_t PrintWith(RowPrinter& printer, CQParamTableRows const& rows, KeyPattern const& pattern) {
     printer.Begin();
-    std::size_t const count =
-        VisitMatches(rows, pattern, [&](auto key, auto row) { printer.Print(key, row); });
+    std::size_t const count = VisitMatches(
+        rows, pattern, [&](auto key, auto row, std::size_t index) { printer.Print(key, row, index); });
     printer.End();
     return count;
 }
@@ -202,17 +239,17 @@ std::size_t PrintWith(RowPrinter& printer, CQParamTableRows const& rows, KeyPatt
 } // namespace
 
 std::size_t PrintRows(std::ostream& out, TableDescription const& table, CQParamTableRows const& rows,
-                      KeyPattern const& pattern, RowFormat format) {
+                      KeyPattern const& pattern, RowFormat format, RowOriginOf const& origin) {
     if (format == RowFormat::Json) {
-        JsonPrinter printer(out, table);
+        JsonPrinter printer(out, table, origin);
         return PrintWith(printer, rows, pattern);
     }
     if (format == RowFormat::Csv) {
-        CsvPrinter printer(out, table);
+        CsvPrinter printer(out, table, origin);
         return PrintWith(printer, rows, pattern);
     }
-    TextPrinter printer(out, table);
-    auto const measure = [&](auto key, auto row) { printer.Measure(key, row); };
+    TextPrinter printer(out, table, origin);
+    auto const measure = [&](auto key, auto row, std::size_t) { printer.Measure(key, row); };
     bool const none = VisitMatches(rows, pattern, measure) == 0;
     return none ? 0 : PrintWith(printer, rows, pattern);
 }

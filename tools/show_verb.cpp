@@ -1,15 +1,19 @@
 // `paramdb show`: loads parameter files and prints rows of a table with the names of its columns.
 #include <paramdb/platform/core/utf8.h>
+#include <paramdb/storage/line_origins.h>
+#include <paramdb/storage/parameter_lake.h>
 
 #include "tools/key_pattern.h"
 #include "tools/loading.h"
 #include "tools/report.h"
+#include "tools/row_origins.h"
 #include "tools/row_printer.h"
 #include "tools/show_words.h"
 #include "tools/verb.h"
 
 #include <CLI/CLI.hpp>
 #include <map>
+#include <memory>
 #include <ostream>
 
 namespace paramdb::tools {
@@ -35,11 +39,15 @@ public:
         verb.add_option("-t,--table", m_tag, "The table; all words are files then")->type_name("TAG");
         verb.add_option("-k,--key", m_key, "The key, where it is no word")->type_name("KEY");
         AddRowFormatOption(verb);
+        verb.add_flag("--origin", m_origin, "Show with each row the file and line it comes from");
+
         verb.footer(KeyPatternHelp +
                     std::string("\n"
                                 "Examples:\n"
                                 "  paramdb show gearbox.lake Mode\n"
                                 "  paramdb show gearbox.lake customer.lake RotorSpeed '1..6/2' --format csv\n"
+                                "  paramdb show gearbox.lake customer.lake Mode 11 --origin\n"
+
                                 "\n") +
                     ExitCodeHelp + "\nThat there is no row to show is a finding.");
         return verb;
@@ -61,8 +69,9 @@ public:
         auto const load = LoadFiles(words.files, err);
         if (!load || load->result == LoadResult::Refused)
             return ExitCode::NoLoad;
-        if (PrintRows(out, *words.table, *EntryOf(*words.table).rows, std::get<KeyPattern>(pattern),
-                      m_format) == 0) {
+        CatalogueEntry const& entry = EntryOf(*words.table);
+        if (PrintRows(out, *words.table, *entry.rows, std::get<KeyPattern>(pattern), m_format,
+                      m_origin ? OriginsOf(entry, *load) : RowOriginOf()) == 0) {
             err << "paramdb: " << TagOf(*words.table)
                 << (words.key ? ": no row has the key " + Printable(key) : ": the table has no rows") << '\n';
             return ExitCode::Findings;
@@ -79,6 +88,19 @@ private:
                 "How the rows are printed (default: text)")
             ->check(CLI::IsMember({"text", "json", "csv"}))
             ->type_name("FORM");
+    }
+
+    static RowOriginOf OriginsOf(CatalogueEntry const& table, Load const& load) {
+        CLake const& lake = CParameterLake::Lake();
+        auto const rows = std::make_shared<RowOrigins const>(table, lake);
+        auto const lines = std::make_shared<LineOrigins const>(lake);
+        return [&load, rows, lines](std::size_t row) -> std::optional<RowOrigin> {
+            CLakeNode const* const line = rows->Line(row);
+            auto const origin = line != nullptr ? lines->Find(*line) : std::nullopt;
+            if (!origin)
+                return std::nullopt;
+            return RowOrigin{load.sources.files[origin->file].name, origin->line};
+        };
     }
 
     // What the command line asks for; not of use if there is a fault.
@@ -105,6 +127,7 @@ private:
     std::vector<std::string> m_words;
     std::optional<std::string> m_tag;
     std::optional<std::string> m_key;
+    bool m_origin = false;
     RowFormat m_format = RowFormat::Text;
 };
 
