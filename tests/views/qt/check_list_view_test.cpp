@@ -1,8 +1,8 @@
-// The check list of key values under real hands.
+// The check list of key values: what the Qt view alone does.
 #include <paramdb/controls/clavis_list_ctrl.h>
 
-#include <tests/views/qt/gearbox.h>
 #include <tests/views/qt/view_test.h>
+#include <tests/views/shared/gearbox.h>
 
 using paramdb::qt::ListView;
 
@@ -38,16 +38,6 @@ protected:
 
 } // namespace
 
-TEST_F(QtCheckListView, AClickAnywhereInARowSwitchesIt) {
-    EXPECT_FALSE(list.Changes());
-    ClickCell(view, 1, 0); // in the middle of the text
-    EXPECT_TRUE(list.Changes());
-    EXPECT_EQ(Picked(), (std::set<int>{1001, 1002, 1003}));
-    EXPECT_FALSE(list.Changes());
-    ClickCell(view, 0, 0, {}, QPoint(3, 3)); // on the box
-    EXPECT_EQ(Picked(), (std::set<int>{1002, 1003}));
-}
-
 TEST_F(QtCheckListView, TheHeadingSwitchesAll) {
     EXPECT_EQ(view.Table().model()->headerData(0, Qt::Horizontal, Qt::CheckStateRole).toInt(),
               Qt::PartiallyChecked);
@@ -67,20 +57,4 @@ TEST_F(QtCheckListView, PicksByTyping) {
     Press(view.Table(), Qt::Key_Space);
     Press(view.Table(), Qt::Key_Escape);
     EXPECT_EQ(Picked(), (std::set<int>{1001, 1003, cepstrum}));
-}
-
-TEST_F(QtCheckListView, ANewFillingShowsAtOnce) {
-    ClickCell(view, 5, 0);
-    list.Init(Clavis::qMode);
-    list.Fill({-1}, 0);
-    Settle();
-    EXPECT_EQ(Shown(view).size(), static_cast<std::size_t>(list.GetItemCount()));
-    EXPECT_EQ(Shown(view).front(), "Idle");
-    EXPECT_EQ(view.Table().model()->headerData(0, Qt::Horizontal, Qt::DisplayRole),
-              QStringLiteral("all test steps"));
-    EXPECT_EQ(view.Table().accessibleName(), QStringLiteral("all test steps"));
-    ClickCell(view, 0, 0);
-    std::set<int> const picked = Picked();
-    EXPECT_EQ(picked.size(), static_cast<std::size_t>(list.GetItemCount()) - 1);
-    EXPECT_FALSE(picked.contains(-1));
 }

@@ -44,29 +44,6 @@ protected:
 
 } // namespace
 
-TEST_F(QtComboView, ShowsRowsAndSelection) {
-    EXPECT_EQ(view.count(), 4);
-    EXPECT_EQ(view.itemText(3), QStringLiteral("Idle"));
-    EXPECT_EQ(view.Chosen(), 2);
-    EXPECT_EQ(Text(), "Ramp down");
-}
-
-TEST_F(QtComboView, FollowsTheControl) {
-    combo->SetCurSel(-1);
-    Settle();
-    EXPECT_EQ(Text(), "");
-    combo->ResetContent();
-    combo->AddString(L"Other");
-    combo->SetCurSel(0);
-    Settle();
-    EXPECT_EQ(view.count(), 1);
-    EXPECT_EQ(Text(), "Other");
-    combo->EnableWindow(false);
-    EXPECT_FALSE(view.isEnabled());
-    combo->ShowWindow(false);
-    EXPECT_FALSE(view.isVisible());
-}
-
 TEST_F(QtComboView, TheUserChoosesInTheControl) {
     view.lineEdit()->selectAll();
     Type(view, "idl");
@@ -96,26 +73,6 @@ TEST_F(QtComboView, TheOpenListIsWideEnough) {
     view.showPopup();
     EXPECT_GE(view.view()->width(), combo->GetDroppedWidth());
     view.hidePopup();
-}
-
-TEST_F(QtComboView, KeepsTheControlToldOfTheKeyboard) {
-    EXPECT_TRUE(combo->HasFocus());
-    m_elsewhere.setFocus();
-    EXPECT_FALSE(combo->HasFocus());
-}
-
-TEST_F(QtComboView, OutlivesTheControl) {
-    combo.reset();
-    Settle();
-    EXPECT_EQ(view.GetCombo(), nullptr);
-    EXPECT_EQ(view.count(), 0);
-    Press(view, Qt::Key_Down);
-}
-
-TEST_F(QtComboView, TitlesBecomeNamesForScreenReaders) {
-    EXPECT_EQ(view.accessibleName(), QString());
-    combo->SetTitle(L"Test step");
-    EXPECT_EQ(view.accessibleName(), QStringLiteral("Test step"));
 }
 
 TEST_F(QtComboView, ThousandsOfRowsOpenAndNarrowAtOnce) {

@@ -1,18 +1,15 @@
 #include <paramdb/controls/pentad_dialog.h>
 #include <paramdb/platform/core/lib_mgr.h>
-#include <paramdb/platform/framework/message_queue.h>
-#include <paramdb/platform/sea/pr_win.h>
 #include <paramdb/views/qt/choice_box.h>
 #include <paramdb/views/qt/dialog_view.h>
 
 #include <QtCore/QPointer>
 #include <QtWidgets/QAbstractButton>
 #include <QtWidgets/QAbstractItemView>
-#include <map>
 #include <memory>
 #include <optional>
-#include <tests/views/qt/gearbox.h>
 #include <tests/views/qt/view_test.h>
+#include <tests/views/shared/gearbox.h>
 
 using paramdb::qt::ChoiceBox;
 using paramdb::qt::DialogView;
@@ -80,42 +77,6 @@ CClavis const Key(4, -1, -1, -1, -1, -1);
 
 } // namespace
 
-TEST_F(QtDialogView, HasThePlacesOfTheTemplate) {
-    DialogView& view = Display(Key);
-    EXPECT_EQ(view.windowTitle(), QStringLiteral("Key Specification"));
-    auto const& list = List(view);
-    auto const* const ok = view.Button(IDOK);
-    auto const* const cancel = view.Button(IDCANCEL);
-    ASSERT_TRUE(ok && cancel);
-    EXPECT_EQ(ok->text(), QStringLiteral("OK"));
-    EXPECT_EQ(cancel->text(), QStringLiteral("Cancel"));
-    EXPECT_EQ(view.Button(7), nullptr);
-    EXPECT_EQ(view.List(1), nullptr);
-    // Same proportions, within what rounding does.
-    double const x = view.width() / 169.0;
-    double const y = view.height() / 115.0;
-    auto const at = [&](QRect const& place, double left, double top, double width, double height) {
-        EXPECT_NEAR(place.left(), left * x, 1.5);
-        EXPECT_NEAR(place.top(), top * y, 1.5);
-        EXPECT_NEAR(place.width(), width * x, 1.5);
-        EXPECT_NEAR(place.height(), height * y, 1.5);
-    };
-    at(list.geometry(), 7, 7, 155, 80);
-    at(ok->geometry(), 58, 94, 50, 14);
-    at(cancel->geometry(), 112, 94, 50, 14);
-    EXPECT_EQ(List(view).Table().accessibleName(), QStringLiteral("Key Specification"));
-}
-
-TEST_F(QtDialogView, TheListGrowsWithTheFrame) {
-    DialogView& view = Display(Key);
-    QRect const list = List(view).geometry();
-    QRect const ok = view.Button(IDOK)->geometry();
-    view.resize(view.width() + 100, view.height() + 60);
-    Settle();
-    EXPECT_EQ(List(view).geometry(), list.adjusted(0, 0, 100, 60));
-    EXPECT_EQ(view.Button(IDOK)->geometry(), ok.translated(100, 60));
-}
-
 TEST_F(QtDialogView, SpeaksEveryLanguageWithoutCuttingIt) {
     using Language = CLibMgr::Language;
     for (Language const language :
@@ -135,15 +96,6 @@ TEST_F(QtDialogView, SpeaksEveryLanguageWithoutCuttingIt) {
         dialog->OnBnClickedCancel();
         Settle();
     }
-}
-
-TEST_F(QtDialogView, ShowsTheKeyAndHandsItBack) {
-    DialogView& view = Display(Key);
-    EXPECT_EQ(Shown(List(view)), (std::vector<std::string>{"Test step", "Instrument", "Channel", "Object",
-                                                           "Parameter", "Sensor"}));
-    Click(view.Button(IDOK));
-    EXPECT_EQ(result, Key);
-    EXPECT_EQ(Window(), nullptr);
 }
 
 TEST_F(QtDialogView, HandsOverWhatWasChosen) {
@@ -173,32 +125,6 @@ TEST_F(QtDialogView, HandsOverWhatWasChosen) {
     EXPECT_EQ(result, expected);
 }
 
-TEST_F(QtDialogView, CancelHandsOverNothing) {
-    struct Way {
-        char const* name;
-        std::function<void(DialogView&)> leave;
-    };
-    for (auto const& [name, leave] :
-         {Way{"button", [](DialogView& view) { Click(view.Button(IDCANCEL)); }},
-          Way{"escape", [](DialogView& view) { Press(List(view).Table(), Qt::Key_Escape); }},
-          Way{"frame", [](DialogView& view) { view.close(); }}}) {
-        SCOPED_TRACE(name);
-        DialogView& view = Display(Key);
-        leave(view);
-        Settle();
-        EXPECT_FALSE(result);
-        EXPECT_EQ(Window(), nullptr);
-        EXPECT_EQ(dialog->GetSafeHwnd(), nullptr);
-    }
-}
-
-TEST_F(QtDialogView, TheReturnKeyIsOk) {
-    DialogView& view = Display(Key);
-    Press(List(view).Table(), Qt::Key_Return);
-    EXPECT_EQ(result, Key);
-    EXPECT_EQ(Window(), nullptr);
-}
-
 TEST_F(QtDialogView, ReturnAndEscapeInAComboLeaveTheDialogOpen) {
     DialogView& view = Display(Key);
     dialogKey(view, 0);
@@ -220,61 +146,12 @@ TEST_F(QtDialogView, ReturnAndEscapeInAComboLeaveTheDialogOpen) {
     EXPECT_EQ(Window(), &view);
 }
 
-TEST_F(QtDialogView, ASecondDisplayChangesNothing) {
-    DialogView& view = Display(Key);
-    dialog->Display(CClavis());
-    EXPECT_EQ(Window(), &view);
-    EXPECT_EQ(dialog->retrieve(), Key);
-    Click(view.Button(IDOK));
-    Display(CClavis()); // and again when it is closed
-    EXPECT_EQ(dialog->retrieve(), CClavis());
-}
-
-TEST_F(QtDialogView, ReadOnlyRowsOpenNothing) {
-    dialog->set_readonly_mask(0b000001);
-    DialogView& view = Display(Key);
-    ClickCell(List(view), 0, 1);
-    EXPECT_EQ(Editor(view, 0), nullptr);
-    ClickCell(List(view), 2, 1);
-    EXPECT_NE(Editor(view, 2), nullptr);
-    Press(*Editor(view, 2)->view(), Qt::Key_Escape);
-}
-
-TEST_F(QtDialogView, ADialogWithoutTargetStaysAndSaysWhy) {
-    std::vector<std::wstring> messages;
-    auto const before = PrWin::SetSink([&](int, int, std::wstring const& text) { messages.push_back(text); });
-    dialog->set_target({});
-    DialogView& view = Display(Key);
-    Click(view.Button(IDOK));
-    PrWin::SetSink(before);
-    EXPECT_EQ(Window(), &view);
-    EXPECT_EQ(messages, (std::vector<std::wstring>{L"bad_function_call\n"}));
-}
-
 TEST_F(QtDialogView, GoesWithTheDialog) {
     DialogView& view = Display(Key);
     QPointer<DialogView> const alive = &view;
     dialog.reset();
     Settle();
     EXPECT_TRUE(alive.isNull());
-}
-
-TEST_F(QtDialogView, ADialogWhoseWindowIsTakenAwayIsClosed) {
-    delete &Display(Key);
-    EXPECT_EQ(dialog->GetSafeHwnd(), nullptr);
-    EXPECT_FALSE(result);
-    Display(CClavis());
-    EXPECT_EQ(dialog->retrieve(), CClavis());
-}
-
-TEST_F(QtDialogView, TheDialogMayDieInItsTarget) {
-    DialogView& view = Display(Key);
-    dialog->set_target([this](CClavis const& key) {
-        result = key;
-        dialog.reset();
-    });
-    Click(view.Button(IDOK));
-    EXPECT_EQ(result, Key);
 }
 
 TEST_F(QtDialogView, EveryRowIsInSight) {
