@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <fstream>
 #include <gtest/gtest.h>
+#include <tests/support/deep_folder.h>
 #include <type_traits>
 
 namespace {
@@ -154,21 +156,56 @@ TEST_F(CFileTest, MovesAndSharing) {
 }
 
 TEST_F(CFileTest, LongNames) {
-    std::wstring name = m_folder.Name();
-    for (int i = 0; i < 4; ++i) {
-        name += L"/" + std::wstring(100, static_cast<wchar_t>(L'a' + i));
-#ifdef _WIN32
-        std::filesystem::create_directory(LR"(\\?\)" +
-                                          TemporaryFolder::Native(name).make_preferred().wstring());
-#else
-        std::filesystem::create_directory(TemporaryFolder::Native(name));
-#endif
-    }
-    name += L"/file";
+    test_support::TempDir const parent;
+    test_support::DeepFolder deep(parent);
+    std::filesystem::path const path = deep.path() / "file";
+    std::wstring const name = test_support::WideName(path);
+    ASSERT_GT(name.size(), 300u);
     CFile file(name.c_str(), CreateMode);
     file.Write("x", 1);
     file.Close();
     EXPECT_EQ(CFile(name.c_str(), ReadMode).GetLength(), 1);
+    EXPECT_TRUE(std::filesystem::remove(test_support::AnyLength(path))); // the name is not cut anywhere
+    EXPECT_TRUE(deep.Remove());
+}
+
+TEST_F(CFileTest, NamesOfAnyCharacters) {
+    for (wchar_t const* const file : {L"gr\u00F6\u00DFe", L"\u20AC \u6E2C\u5B9A",
+                                      L"\xD83D\xDE00 and \xD834\xDD1E", L"a.b,c;d=e[f]{g}'h~$#%&!"}) {
+        std::wstring const name = m_folder.Name(file);
+        CFile(name.c_str(), CreateMode).Write("ab", 2);
+        EXPECT_EQ(TemporaryFolder::Read(name), "ab") << paramdb::ToUtf8(name);
+        EXPECT_EQ(CFile(name.c_str(), ReadMode).GetLength(), 2) << paramdb::ToUtf8(name);
+    }
+    EXPECT_EQ(m_folder.Count(), 4u);
+}
+
+// What other programs do to a file that is open here, by way of the C library.
+TEST_F(CFileTest, OthersReadAndWriteMeanwhile) {
+    TemporaryFolder::Write(m_name, "0123456789");
+    for (unsigned const mode : {ReadMode, CFile::modeWrite | 0u, CFile::modeReadWrite | 0u}) {
+        CFile file(m_name.c_str(), mode);
+        {
+            std::fstream other(TemporaryFolder::Native(m_name),
+                               std::ios::in | std::ios::out | std::ios::binary);
+            EXPECT_EQ(other.get(), '0') << mode;
+            other.seekp(2);
+            EXPECT_TRUE(other.write("x", 1).flush()) << mode;
+        }
+        EXPECT_EQ(file.GetLength(), 10);
+    }
+    EXPECT_EQ(TemporaryFolder::Read(m_name), "01x3456789");
+    std::fstream other(TemporaryFolder::Native(m_name), std::ios::in | std::ios::out | std::ios::binary);
+    CFile file(m_name.c_str(), CFile::modeReadWrite);
+    char c = 0;
+    EXPECT_EQ(file.Read(&c, 1), 1u);
+    EXPECT_EQ(c, '0');
+    EXPECT_TRUE(other.write("abc", 3).flush());
+    EXPECT_EQ(file.Read(&c, 1), 1u);
+    EXPECT_EQ(c, 'b'); // nothing is kept from before
+    file.Write("y", 1);
+    other.seekg(2);
+    EXPECT_EQ(other.get(), 'y');
 }
 
 // A host's own file beneath code that takes a CFile.

@@ -1,11 +1,15 @@
+#include <paramdb/platform/core/windows_api.h>
 #include <paramdb/platform/framework/replace_file.h>
 
 #include "tests/platform/temporary_folder.h"
 
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <stdexcept>
+#include <tests/support/deep_folder.h>
 #include <thread>
 #include <vector>
 
@@ -80,6 +84,44 @@ TEST_F(ReplaceFileTest, FailuresHaveAReason) {
     EXPECT_FALSE(ReplaceFileWith(m_name + std::wstring(1, L'\0') + L"x", "x", m_error));
     EXPECT_FALSE(m_error.empty());
     EXPECT_EQ(m_folder.Count(), 0u);
+}
+
+TEST_F(ReplaceFileTest, NamesOfAnyCharacters) {
+    for (wchar_t const* const file :
+         {L"gr\u00F6\u00DFe", L"\u20AC \u6E2C\u5B9A", L"\xD83D\xDE00 and \xD834\xDD1E"}) {
+        for (char const* const content : {"new", "newer"}) {
+            EXPECT_TRUE(ReplaceFileWith(m_folder.Name(file), content, m_error)) << paramdb::ToUtf8(m_error);
+            EXPECT_EQ(TemporaryFolder::Read(m_folder.Name(file)), content);
+        }
+    }
+    EXPECT_EQ(m_folder.Count(), 3u);
+}
+
+TEST_F(ReplaceFileTest, LongPaths) {
+    test_support::TempDir const parent;
+    test_support::DeepFolder deep(parent);
+    fs::path const path = deep.path() / "file";
+    std::wstring const name = test_support::WideName(path);
+    for (char const* const content : {"new", "newer"}) {
+        EXPECT_TRUE(ReplaceFileWith(name, content, m_error)) << paramdb::ToUtf8(m_error);
+        CFile file(name.c_str(), CFile::modeRead);
+        std::string read(16, '\0');
+        read.resize(file.Read(read.data(), 16));
+        EXPECT_EQ(read, content);
+    }
+    EXPECT_TRUE(fs::remove(test_support::AnyLength(path)));
+    EXPECT_TRUE(deep.Remove()); // no temporary is left
+}
+
+TEST_F(ReplaceFileTest, WhoeverReadsTheOldFileKeepsIt) {
+    TemporaryFolder::Write(m_name, "old content");
+    CFile reader(m_name.c_str(), CFile::modeRead | CFile::shareDenyNone);
+    char buffer[11] = {};
+    EXPECT_EQ(reader.Read(buffer, 4), 4u);
+    EXPECT_TRUE(ReplaceFileWith(m_name, "new", m_error)) << paramdb::ToUtf8(m_error);
+    EXPECT_EQ(TemporaryFolder::Read(m_name), "new");
+    EXPECT_EQ(reader.Read(buffer + 4, 7), 7u);
+    EXPECT_EQ(std::string(buffer, 11), "old content");
 }
 
 TEST_F(ReplaceFileTest, ManyWritersLeaveOneWholeContent) {
@@ -174,6 +216,60 @@ TEST_F(ReplaceFileTest, AnOpenDescriptorIsWrittenDirectly) {
     EXPECT_EQ(m_folder.Count(), 1u);
 }
 
+#endif
+
+#ifdef _WIN32
+TEST_F(ReplaceFileTest, WhatMayNotBeWrittenIsRefused) {
+    TemporaryFolder::Write(m_name, "old");
+    std::wstring const native = TemporaryFolder::Native(m_name).wstring();
+    ASSERT_TRUE(SetFileAttributesW(native.c_str(), FILE_ATTRIBUTE_READONLY));
+    EXPECT_FALSE(ReplaceFileWith(m_name, "new", m_error));
+    EXPECT_EQ(m_error, CFileException(ERROR_ACCESS_DENIED).Text());
+    EXPECT_EQ(TemporaryFolder::Read(m_name), "old");
+    EXPECT_EQ(m_folder.Count(), 1u);
+    ASSERT_TRUE(SetFileAttributesW(native.c_str(), FILE_ATTRIBUTE_NORMAL));
+}
+
+TEST_F(ReplaceFileTest, KeepsAttributes) {
+    TemporaryFolder::Write(m_name, "old");
+    std::wstring const native = TemporaryFolder::Native(m_name).wstring();
+    constexpr DWORD seen = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM;
+    for (DWORD const attributes : {seen, DWORD{FILE_ATTRIBUTE_HIDDEN}}) {
+        ASSERT_TRUE(SetFileAttributesW(native.c_str(), attributes));
+        EXPECT_TRUE(ReplaceFileWith(m_name, "new", m_error)) << paramdb::ToUtf8(m_error);
+        EXPECT_EQ(GetFileAttributesW(native.c_str()) & seen, attributes);
+    }
+    EXPECT_EQ(m_folder.Count(), 1u);
+}
+
+TEST_F(ReplaceFileTest, WhatAnotherProgramKeepsOpenStaysAsItIs) {
+    TemporaryFolder::Write(m_name, "old");
+    std::ifstream const other(TemporaryFolder::Native(m_name)); // without leave to remove the file
+    ASSERT_TRUE(other.is_open());
+    EXPECT_FALSE(ReplaceFileWith(m_name, "new", m_error));
+    EXPECT_EQ(m_error, CFileException(ERROR_SHARING_VIOLATION).Text());
+    EXPECT_EQ(TemporaryFolder::Read(m_name), "old");
+    EXPECT_EQ(m_folder.Count(), 1u);
+}
+
+TEST_F(ReplaceFileTest, WhatAnotherProgramSoonClosesIsReplaced) {
+    TemporaryFolder::Write(m_name, "old");
+    std::ifstream other(TemporaryFolder::Native(m_name));
+    std::thread closing([&other] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        other.close();
+    });
+    bool const replaced = ReplaceFileWith(m_name, "new", m_error);
+    closing.join();
+    EXPECT_TRUE(replaced) << paramdb::ToUtf8(m_error);
+    EXPECT_EQ(TemporaryFolder::Read(m_name), "new");
+    EXPECT_EQ(m_folder.Count(), 1u);
+}
+
+TEST_F(ReplaceFileTest, ADeviceIsWrittenDirectly) {
+    EXPECT_TRUE(ReplaceFileWith(L"NUL", "gone", m_error)) << paramdb::ToUtf8(m_error);
+    EXPECT_EQ(m_folder.Count(), 0u);
+}
 #endif
 
 #ifdef __linux__
