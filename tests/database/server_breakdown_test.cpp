@@ -1,0 +1,274 @@
+// A server that dies, sleeps, says nothing or has no room while it is worked with.
+#include "tests/database/database_test.h"
+
+#include <arpa/inet.h>
+#include <chrono>
+#include <csignal>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+
+using namespace ParamDb;
+using namespace std::chrono_literals;
+using test_support::PostgresServer;
+
+class ServerBreakdown : public testing::Test {
+protected:
+    void TearDown() override { EXPECT_EQ(m_log.Take(), std::vector<Message>()); }
+
+    std::wstring Connection() const { return m_database.Connection("#a"); }
+
+    // Each revision that can be seen is whole, and there are as many as told.
+    void ExpectWhole(CDbTableSet const& expected, std::size_t at_least, std::size_t at_most) {
+        auto const revisions = Revisions(Connection());
+        std::size_t const count = revisions ? revisions->size() : 0;
+        EXPECT_GE(count, at_least);
+        EXPECT_LE(count, at_most);
+        for (std::size_t number = 1; number <= count; ++number) {
+            CDbTableSet set;
+            EXPECT_TRUE(ImportTables(Connection() + L"@" + std::to_wstring(revisions->at(number - 1).number),
+                                     set, {.strict = true}));
+            EXPECT_EQ(Difference(set, expected), "");
+        }
+        // No row of what is not there.
+        EXPECT_EQ(m_database.Run("SELECT count(*) FROM \"TMode\" WHERE revision_id NOT IN (SELECT id FROM "
+                                 "paramdb_revision)"),
+                  "0");
+    }
+
+    // The one message of a failure: its beginning and what stands behind it.
+    std::string TakeFailure(std::wstring const& beginning) {
+        auto const messages = m_log.Take();
+        EXPECT_EQ(messages.size(), 1u);
+        if (messages.empty())
+            return {};
+        EXPECT_EQ(messages.back().style, 4);
+        EXPECT_TRUE(messages.back().text.starts_with(beginning)) << paramdb::ToUtf8(messages.back().text);
+        return paramdb::ToUtf8(
+            messages.back().text.substr(std::min(beginning.size(), messages.back().text.size())));
+    }
+    std::size_t TakeFailures(std::wstring const& beginning) {
+        auto const messages = m_log.Take();
+        for (Message const& message : messages)
+            EXPECT_TRUE(message.style == 4 && message.text.starts_with(beginning))
+                << paramdb::ToUtf8(message.text);
+        return messages.size();
+    }
+    std::wstring ImportFailed() const {
+        return L"ParamDb::ImportTables(): Import from '" + m_database.Connection() + L"' failed: ";
+    }
+    std::wstring ExportFailed() const {
+        return L"ParamDb::ExportTables(): Export to '" + m_database.Connection() + L"' failed: ";
+    }
+
+    PostgresServer& server() { return PostgresServer::Object(); }
+
+    MessageLog m_log;
+    Database m_database{Kind::Postgres};
+};
+
+TEST_F(ServerBreakdown, DiesWhileImporting) {
+    auto const set = LargeSet(L"<TMode>", 15'000);
+    ASSERT_TRUE(ExportTables(set, Connection()));
+    std::mt19937 random(8);
+    int failed = 0;
+    for (int round = 0; round < 4; ++round) {
+        SCOPED_TRACE(round);
+        std::thread killer([&, wait = std::chrono::microseconds(random() % 60'000)] {
+            std::this_thread::sleep_for(wait);
+            server().Kill();
+        });
+        CDbTableSet back = SmallSet();
+        auto const import = ImportTables(Connection(), back);
+        killer.join();
+        server().Start();
+        if (import) {
+            EXPECT_EQ(Difference(back, set), "");
+        } else {
+            EXPECT_EQ(Difference(back, SmallSet()), "");
+            EXPECT_FALSE(TakeFailure(ImportFailed()).empty());
+            ++failed;
+        }
+    }
+    EXPECT_GT(failed, 0);
+    ExpectWhole(set, 1, 1);
+}
+
+TEST_F(ServerBreakdown, DiesWhileExporting) {
+    auto const set = LargeSet(L"<TMode>", 6'000);
+    ASSERT_TRUE(ExportTables(set, Connection()));
+    std::mt19937 random(9);
+    std::size_t finished = 1;
+    std::size_t failed = 0;
+    for (int round = 0; round < 4; ++round) {
+        SCOPED_TRACE(round);
+        std::thread killer([&, wait = std::chrono::microseconds(random() % 80'000)] {
+            std::this_thread::sleep_for(wait);
+            server().Kill();
+        });
+        bool const is_good = ExportTables(set, Connection()).has_value();
+        killer.join();
+        server().Start();
+        ++(is_good ? finished : failed);
+        EXPECT_EQ(TakeFailures(ExportFailed()), is_good ? 0u : 1u);
+    }
+    EXPECT_GT(failed, 0u);
+    // The server may have kept what it could not say any more.
+    ExpectWhole(set, finished, finished + failed);
+    EXPECT_TRUE(ExportTables(set, Connection()));
+}
+
+TEST_F(ServerBreakdown, KilledExporter) {
+    auto const set = LargeSet(L"<TMode>", 6'000);
+    ASSERT_TRUE(ExportTables(set, Connection()));
+    std::mt19937 random(10);
+    std::size_t finished = 1;
+    std::size_t killed = 0;
+    for (int round = 0; round < 6; ++round) {
+        SCOPED_TRACE(round);
+        pid_t const child = fork();
+        if (child == 0)
+            _exit(ExportTables(set, Connection()) ? 0 : 1);
+        std::this_thread::sleep_for(std::chrono::microseconds(random() % 100'000));
+        kill(child, SIGKILL);
+        int status = -1;
+        waitpid(child, &status, 0);
+        ++(WIFEXITED(status) && WEXITSTATUS(status) == 0 ? finished : killed);
+    }
+    EXPECT_GT(killed, 0u);
+    ExpectWhole(set, finished, finished + killed);
+}
+
+// A server that is asleep keeps its connections and answers nothing.
+TEST_F(ServerBreakdown, FallsAsleep) {
+    auto const set = LargeSet(L"<TMode>", 6'000);
+    ASSERT_TRUE(ExportTables(set, Connection()));
+    auto const start = std::chrono::steady_clock::now();
+    for (int round = 0; round < 2; ++round) {
+        std::thread stopper([&] {
+            std::this_thread::sleep_for(30ms);
+            server().Stop();
+        });
+        bool const is_import = round == 0;
+        CDbTableSet back;
+        bool const is_good = is_import ? ImportTables(Connection(), back, {.timeout = 1s}).has_value()
+                                       : ExportTables(set, Connection(), {.timeout = 1s}).has_value();
+        stopper.join();
+        server().Continue();
+        if (is_good)
+            continue;
+        // Either the connection was there already or not.
+        std::string const reason = TakeFailure(is_import ? ImportFailed() : ExportFailed());
+        EXPECT_TRUE(reason == "no answer within 3 s\n" || reason.ends_with("timeout expired\n")) << reason;
+    }
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 20s);
+    std::this_thread::sleep_for(200ms); // what was under way ends
+    ExpectWhole(set, 1, 2);
+}
+
+// Somebody holds what the export needs for longer than it waits.
+TEST_F(ServerBreakdown, Locked) {
+    ASSERT_TRUE(ExportTables(SmallSet(), Connection()));
+    std::thread holder([&] { m_database.Run("BEGIN; LOCK TABLE \"TMode\"; SELECT pg_sleep(2.5); COMMIT"); });
+    std::this_thread::sleep_for(300ms);
+    CDbTableSet set;
+    EXPECT_FALSE(ImportTables(Connection(), set, {.timeout = 1s}));
+    EXPECT_EQ(TakeFailure(ImportFailed()), "canceling statement due to lock timeout\n");
+    holder.join();
+    EXPECT_TRUE(ImportTables(Connection(), set));
+}
+
+// A port where somebody listens and says nothing.
+TEST_F(ServerBreakdown, Silent) {
+    int const socket = ::socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    socklen_t size = sizeof address;
+    ASSERT_EQ(bind(socket, reinterpret_cast<sockaddr*>(&address), size), 0);
+    ASSERT_EQ(listen(socket, 5), 0);
+    ASSERT_EQ(getsockname(socket, reinterpret_cast<sockaddr*>(&address), &size), 0);
+    std::string const port = std::to_string(ntohs(address.sin_port));
+    std::wstring const connection =
+        paramdb::FromUtf8("postgresql:host=127.0.0.1 user=x dbname=x port=" + port);
+    auto const start = std::chrono::steady_clock::now();
+    CDbTableSet set = SmallSet();
+    EXPECT_FALSE(ImportTables(connection + L"#a", set, {.timeout = 2s}));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 10s);
+    EXPECT_EQ(TakeFailure(L"ParamDb::ImportTables(): Import from '" + connection + L"' failed: "),
+              "connection to server at \"127.0.0.1\", port " + port + " failed: timeout expired\n");
+    EXPECT_EQ(Difference(set, SmallSet()), "");
+    close(socket);
+}
+
+TEST_F(ServerBreakdown, WrongDatabaseAndUser) {
+    std::string const place = m_database.Place();
+    CDbTableSet set;
+    auto const nowhere = paramdb::FromUtf8(place + "x");
+    EXPECT_FALSE(ImportTables(nowhere, set));
+    std::string const reason =
+        TakeFailure(L"ParamDb::ImportTables(): Import from '" + nowhere + L"' failed: ");
+    EXPECT_TRUE(reason.ends_with("does not exist\n")) << reason;
+    EXPECT_FALSE(ImportTables(L"postgresql:nonsense=1", set));
+    EXPECT_EQ(TakeFailure(L"ParamDb::ImportTables(): Import from 'postgresql:nonsense=1' failed: "),
+              "invalid connection option \"nonsense\"\n");
+}
+
+// No file of the server has more than 3 MB, as if its disk were full.
+TEST_F(ServerBreakdown, FullDisk) {
+    ASSERT_TRUE(ExportTables(SmallSet(), Connection()));
+    server().LimitFiles(3'000'000);
+    EXPECT_FALSE(ExportTables(LargeSet(L"<TMode>", 80'000), Connection()));
+    std::string const reason = TakeFailure(ExportFailed());
+    EXPECT_TRUE(reason.starts_with("could not extend file \"base/")) << reason;
+    EXPECT_NE(reason.find("File too large"), std::string::npos) << reason;
+    server().LimitFiles(~std::uint64_t{0});
+    ExpectWhole(SmallSet(), 1, 1);
+    EXPECT_TRUE(ExportTables(SmallSet(), Connection()));
+}
+
+// Eight at once, on a new database and on one that is there, to one set and to several.
+class ManyExporters : public testing::TestWithParam<Kind> {};
+
+TEST_P(ManyExporters, EachHasItsRevision) {
+    Database const database(GetParam());
+    auto const set = LargeSet(L"<TMode>", 300);
+    for (int round = 0; round < 2; ++round) {
+        SCOPED_TRACE(round);
+        std::vector<pid_t> children;
+        for (int exporter = 0; exporter < 8; ++exporter) {
+            pid_t const child = fork();
+            if (child == 0) {
+                auto const name = exporter < 6 ? L"#same" : L"#other";
+                auto const written =
+                    ExportTables(set, database.Connection() + name, {.timeout = std::chrono::seconds(60)});
+                _exit(written ? 0 : 1);
+            }
+            children.push_back(child);
+        }
+        for (pid_t const child : children) {
+            int status = -1;
+            waitpid(child, &status, 0);
+            EXPECT_EQ(status, 0);
+        }
+    }
+    for (auto const& [name, count] : {std::pair(L"same", 12), std::pair(L"other", 4)}) {
+        auto const revisions = Revisions(database.Connection() + L"#" + name);
+        ASSERT_TRUE(revisions);
+        ASSERT_EQ(revisions->size(), static_cast<std::size_t>(count));
+        for (int number = 1; number <= count; ++number) {
+            EXPECT_EQ(revisions->at(static_cast<std::size_t>(number - 1)).number, number);
+            CDbTableSet back;
+            EXPECT_TRUE(ImportTables(database.Connection() + L"#" + name + L"@" + std::to_wstring(number),
+                                     back, {.strict = true}));
+            EXPECT_EQ(Difference(back, set), "");
+        }
+    }
+}
+
+PARAMDB_BOTH_KINDS(ManyExporters);
+
+} // namespace
