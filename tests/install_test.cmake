@@ -27,6 +27,15 @@ endif()
 file(REMOVE_RECURSE ${WORK_DIR})
 run(${CMAKE_COMMAND} --install ${BUILD_DIR} --prefix ${WORK_DIR}/prefix)
 
+# What the command makes itself.
+foreach(file share/man/man1/paramdb.1 share/bash-completion/completions/paramdb
+             share/zsh/site-functions/_paramdb share/fish/vendor_completions.d/paramdb.fish)
+    file(READ ${WORK_DIR}/prefix/${file} made LIMIT 1000)
+    if(NOT made MATCHES "paramdb")
+        message(FATAL_ERROR "${file} is not what the command prints")
+    endif()
+endforeach()
+
 run(${CMAKE_COMMAND} -S ${SOURCE_DIR}/examples/embed -B ${WORK_DIR}/embed -G Ninja
     -DCMAKE_PREFIX_PATH=${WORK_DIR}/prefix -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_CXX_FLAGS=${CXX_FLAGS})
 run(${CMAKE_COMMAND} --build ${WORK_DIR}/embed)

@@ -4,6 +4,7 @@
 
 #include "tools/loading.h"
 #include "tools/messages.h"
+#include "tools/quiet.h"
 #include "tools/report.h"
 #include "tools/sources.h"
 #include "tools/table_names.h"
@@ -32,7 +33,8 @@ public:
     ProtocolPrinter(std::ostream& out, std::ostream& err)
         : m_previous(PrWin::SetSink([&](int category, int style, std::wstring const& text) {
               bool const is_line = category == ProtocolCategory && style == PlainStyle;
-              (is_line ? out : err) << ToUtf8(text);
+              if (is_line || !IsQuiet(err))
+                  (is_line ? out : err) << ToUtf8(text);
           })) {}
     ProtocolPrinter(ProtocolPrinter const&) = delete;
     ProtocolPrinter& operator=(ProtocolPrinter const&) = delete;

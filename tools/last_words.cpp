@@ -1,5 +1,7 @@
 #include "tools/last_words.h"
 
+#include "tools/databases.h"
+
 #include <CLI/CLI.hpp>
 
 namespace paramdb::tools {
@@ -22,6 +24,7 @@ private:
 void AddLastWordsArgument(CLI::App& verb, std::vector<std::string>& words, std::string const& names) {
     verb.formatter(std::make_shared<LastWordsFormatter>(names));
     verb.add_option("FILE", words, "Parameter files as for load, then " + names)->required()->type_name("");
+    AddDatabaseOptions(verb);
 }
 
 std::optional<LastWords> SplitLastWords(std::vector<std::string> const& words, std::size_t count) {

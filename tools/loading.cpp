@@ -5,9 +5,12 @@
 #include <paramdb/storage/parameter_lake.h>
 #include <paramdb/storage/parameter_table_set.h>
 
+#include "tools/databases.h"
 #include "tools/progress_bar.h"
 
+#include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace paramdb::tools {
 namespace {
@@ -17,6 +20,15 @@ void ForgetLastLoad() {
     ParamDb::CParameterTableSet::TableSet().clear();
     CQtParamInstance().PurgeTables();
     CQtParamServer::Object().Clear();
+}
+
+// Of the table set if that is read, else of the lake; 0 for one that is missing.
+std::int32_t VersionPart(wchar_t const* key) {
+    auto const& set = ParamDb::CParameterTableSet::TableSet();
+    if (set.empty())
+        return CParameterLake::Lake()[key].number();
+    auto const table = set.find(key);
+    return table == set.end() || table->second.empty() ? 0 : table->second.to_long();
 }
 
 LoadResult ResultOf(bool complete, MessageCounts const& messages) {
@@ -38,20 +50,20 @@ TableTotals CountRows(CQtParamInstance const& parameters) {
 
 } // namespace
 
-std::optional<Load> LoadFiles(std::vector<std::string> const& files, std::ostream& err) {
+std::optional<Load> LoadFiles(std::vector<std::string> const& files, std::ostream& err, PrWin::Sink sink) {
     ForgetLastLoad();
-    auto sources = ReadSources(files, err);
+    MessageCollector const messages(err, std::move(sink));
+    bool const has_connection = std::any_of(files.begin(), files.end(), IsConnection);
+    auto sources = has_connection ? ReadTableSources(files, err) : ReadSources(files, err);
     if (!sources)
         return std::nullopt;
 
     Load load;
     load.sources = std::move(*sources);
-    CLake const& lake = CParameterLake::Lake();
-    load.major = lake[L"<DbDesign.CacheVersion>"].number();
-    load.minor = lake[L"<DbDesign.CacheMinorVersion>"].number();
+    load.major = VersionPart(L"<DbDesign.CacheVersion>");
+    load.minor = VersionPart(L"<DbDesign.CacheMinorVersion>");
 
     CQtParamInstance parameters;
-    MessageCollector const messages(err);
     LoadProgressBar const bar(err);
     auto const start = std::chrono::steady_clock::now();
     bool const complete = parameters.ReadTablesFromCandidateLake();

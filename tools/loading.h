@@ -43,9 +43,11 @@ struct Load {
     double load_seconds = 0; // without the reading of the files
 };
 
-// Reads the files (see ReadSources) and loads them into the process-wide tables, which are emptied first, and
-// the process-wide table set with them. Messages go to `err`. None if a file is at fault.
-std::optional<Load> LoadFiles(std::vector<std::string> const& files, std::ostream& err);
+// Reads the files (see ReadSources, and ReadTableSources for revisions in databases) and loads them into the
+// process-wide tables, which are emptied first, and the process-wide table set with them. Messages go to
+// `err`, or to the sink if there is one. None if a file is at fault.
+std::optional<Load> LoadFiles(std::vector<std::string> const& files, std::ostream& err,
+                              PrWin::Sink sink = {});
 
 // The exit code of a verb that has nothing of its own to find.
 ExitCode ExitCodeOf(Load const& load);

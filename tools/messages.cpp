@@ -2,10 +2,30 @@
 
 #include <paramdb/platform/core/utf8.h>
 
+#include "tools/colour.h"
+#include "tools/quiet.h"
+
 #include <ostream>
 #include <utility>
 
 namespace paramdb::tools {
+
+namespace {
+
+// A quiet stream gets what tells why there is no answer.
+bool IsShown(std::ostream& stream, int style) {
+    return style == RefusalStyle || !IsQuiet(stream);
+}
+
+void Show(std::ostream& stream, int style, std::string const& text) {
+    if (style == FaultStyle || style == RefusalStyle)
+        stream << Painted(style == FaultStyle ? Tone::Warning : Tone::Error, text);
+    else
+        stream << text;
+    stream.flush();
+}
+
+} // namespace
 
 std::uint64_t CountOfStyle(MessageCounts const& counts, int style) {
     std::uint64_t total = 0;
@@ -18,7 +38,8 @@ bool HasFindings(MessageCounts const& counts) {
     return CountOfStyle(counts, FaultStyle) + CountOfStyle(counts, RefusalStyle) > 0;
 }
 
-MessageCollector::MessageCollector(std::ostream& stream) : m_stream(stream) {
+MessageCollector::MessageCollector(std::ostream& stream, PrWin::Sink other)
+    : m_stream(stream), m_other(std::move(other)) {
     m_previous = PrWin::SetSink([this](int category, int style, std::wstring const& text) {
         Take({category, style}, text);
     });
@@ -36,7 +57,10 @@ MessageCounts MessageCollector::Counts() const {
 void MessageCollector::Take(MessageKind kind, std::wstring const& text) {
     std::lock_guard const lock(m_mutex);
     ++m_counts[kind];
-    m_stream << ToUtf8(text) << std::flush;
+    if (m_other)
+        m_other(kind.category, kind.style, text);
+    else if (IsShown(m_stream, kind.style))
+        Show(m_stream, kind.style, ToUtf8(text));
 }
 
 } // namespace paramdb::tools

@@ -31,10 +31,11 @@ std::uint64_t CountOfStyle(MessageCounts const& counts, int style);
 bool HasFindings(MessageCounts const& counts);
 
 // Is the library's message sink while it lives. Every message goes to the stream at once, in UTF-8 and
-// otherwise as it is. Messages may come from any thread.
+// otherwise as it is, or to the other sink if there is one. Messages may come from any thread, and go on one
+// after the other.
 class MessageCollector {
 public:
-    explicit MessageCollector(std::ostream& stream);
+    explicit MessageCollector(std::ostream& stream, PrWin::Sink other = {});
     MessageCollector(MessageCollector const&) = delete;
     MessageCollector& operator=(MessageCollector const&) = delete;
     // Brings back the sink that was there before.
@@ -46,6 +47,7 @@ private:
     void Take(MessageKind kind, std::wstring const& text);
 
     std::ostream& m_stream;
+    PrWin::Sink m_other;
     mutable std::mutex m_mutex;
     MessageCounts m_counts;
     PrWin::Sink m_previous;

@@ -3,6 +3,7 @@
 #include <paramdb/platform/core/utf8.h>
 #include <paramdb/query/param_instance.h>
 
+#include "tools/quiet.h"
 #include "tools/terminal.h"
 
 #include <algorithm>
@@ -110,7 +111,7 @@ ProgressBar::~ProgressBar() {
 }
 
 void ProgressBar::Show(wchar_t const* step, std::size_t done, std::size_t total) {
-    if (std::chrono::steady_clock::now() >= m_begin)
+    if (!IsQuiet(m_stream) && std::chrono::steady_clock::now() >= m_begin)
         m_buffer->Draw(BarText(step, done, total));
 }
 

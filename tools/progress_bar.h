@@ -14,7 +14,8 @@ namespace paramdb::tools {
 
 class ProgressBar {
 public:
-    // Nothing is shown before the delay is over. The stream must outlive this object.
+    // Nothing is shown before the delay is over, and on a quiet stream (quiet.h) nothing at all. The stream
+    // must outlive this object.
     ProgressBar(std::ostream& stream, std::chrono::milliseconds delay);
     ProgressBar(ProgressBar const&) = delete;
     ProgressBar& operator=(ProgressBar const&) = delete;

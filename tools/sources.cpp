@@ -4,6 +4,7 @@
 #include <paramdb/platform/framework/cfile.h>
 #include <paramdb/storage/parameter_lake.h>
 
+#include "tools/databases.h"
 #include "tools/report.h"
 
 #include <CLI/CLI.hpp>
@@ -103,9 +104,12 @@ void AddFilesArgument(CLI::App& verb, std::vector<std::string>& files) {
     verb.add_option("FILE", files, "Parameter files; tables of a later file replace those of an earlier one")
         ->required()
         ->type_name("");
+    AddDatabaseOptions(verb);
 }
 
 bool IsFile(std::string const& name) {
+    if (IsConnection(name))
+        return true;
     std::error_code fault;
     auto const status = std::filesystem::status(PathOf(name), fault);
     return std::filesystem::exists(status) && !std::filesystem::is_directory(status);

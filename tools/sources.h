@@ -29,7 +29,7 @@ struct Sources {
 // Adds the argument FILE..., at least one, to a verb.
 void AddFilesArgument(CLI::App& verb, std::vector<std::string>& files);
 
-// Whether there is a file of that name; a folder is none.
+// Whether there is a file of that name; a folder is none, and a revision in a database counts as one.
 bool IsFile(std::string const& name);
 
 // Makes the process-wide lake hold these files, the first one read and the others merged into it in their

@@ -1,3 +1,4 @@
+#include "tools/databases.h"
 #include "tools/verb.h"
 
 namespace paramdb::tools {
@@ -19,13 +20,22 @@ VerbMaker MakeKeyVerb;
 VerbMaker MakeExplainVerb;
 VerbMaker MakeIntervalVerb;
 VerbMaker MakeTriggerVerb;
+VerbMaker MakeCheckVerb;
+VerbMaker MakeDiffVerb;
+VerbMaker MakeHtmlReportVerb;
+VerbMaker MakeMergeVerb;
+VerbMaker MakeFormatVerb;
+VerbMaker MakeConvertVerb;
+VerbMaker MakeCompletionVerb;
+VerbMaker MakeManualVerb;
 
 namespace {
 
-VerbMaker* const Makers[] = {MakeLoadVerb,    MakeTablesVerb,   MakeShowVerb,   MakeDumpVerb,
-                             MakeModesVerb,   MakeRotorsVerb,   MakeOrderVerb,  MakePolygonsVerb,
-                             MakeNameVerb,    MakeIdVerb,       MakeFindVerb,   MakeKeyVerb,
-                             MakeExplainVerb, MakeIntervalVerb, MakeTriggerVerb};
+VerbMaker* const Makers[] = {
+    MakeLoadVerb,    MakeTablesVerb,   MakeShowVerb,    MakeDumpVerb,       MakeModesVerb, MakeRotorsVerb,
+    MakeOrderVerb,   MakePolygonsVerb, MakeNameVerb,    MakeIdVerb,         MakeFindVerb,  MakeKeyVerb,
+    MakeExplainVerb, MakeIntervalVerb, MakeTriggerVerb, MakeCheckVerb,      MakeDiffVerb,  MakeHtmlReportVerb,
+    MakeMergeVerb,   MakeFormatVerb,   MakeConvertVerb, MakeCompletionVerb, MakeManualVerb};
 
 } // namespace
 
@@ -39,6 +49,8 @@ std::vector<std::unique_ptr<Verb>> MakeVerbs() {
     std::vector<std::unique_ptr<Verb>> verbs;
     for (VerbMaker* const make : Makers)
         verbs.push_back(make());
+    if (auto verb = MakeDatabaseVerb())
+        verbs.push_back(std::move(verb));
     return verbs;
 }
 

@@ -66,6 +66,8 @@ Letter ReadLetter(std::wstring const& term, wchar_t name) {
         letter.value = static_cast<double>(std::clamp(std::wcstoll(begin, &end, 10), limits[0], limits[1]));
     } else {
         letter.value = std::wcstod(begin, &end);
+        if (end == begin) // where there is no number some C libraries take the sign alone and make -0 of it
+            letter.value = 0;
     }
     if (before == L'-')
         letter.value = -letter.value;

@@ -4,6 +4,7 @@
 
 #include "reader_cases.h"
 
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <gtest/gtest.h>
@@ -13,6 +14,7 @@
 #include <sstream>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 using paramdb::AppendField;
 using paramdb::AppendFields;
@@ -27,9 +29,12 @@ std::wstring Written(T const& value) {
     return line;
 }
 
-// What a wide stream of the classic locale prints.
+// What a wide stream of the classic locale prints. Some leave out the sign of what is no number.
 template <class T>
 std::wstring Streamed(T const& value) {
+    if constexpr (std::is_floating_point_v<T>)
+        if (std::isnan(value))
+            return std::signbit(value) ? L"-nan" : L"nan";
     std::wostringstream stream;
     stream.imbue(std::locale::classic());
     stream << value;

@@ -83,7 +83,9 @@ TEST(NumberTextCStyle, RandomTextsAsTheCLibraryReadsThem) {
             text += alphabet[random() % alphabet.size()];
         SCOPED_TRACE(testing::PrintToString(text));
         wchar_t* end = nullptr;
-        double const expected = std::wcstod(text.c_str(), &end);
+        double expected = std::wcstod(text.c_str(), &end);
+        if (end == text.c_str()) // some make -0 of a sign without a number
+            expected = 0;
         std::wstring_view rest = text;
         double const value = TakeDouble(rest);
         ASSERT_EQ(rest.data(), end);

@@ -1,5 +1,7 @@
 #include "tests/support/messages.h"
+#include "tools/colour.h"
 #include "tools/messages.h"
+#include "tools/quiet.h"
 
 #include <gtest/gtest.h>
 #include <sstream>
@@ -60,4 +62,25 @@ TEST(CommandMessages, TakesMessagesOfSeveralThreads) {
     second.join();
     EXPECT_EQ(messages.Counts(), (MessageCounts{{{8, 3}, 1000}}));
     EXPECT_EQ(stream.str().size(), 2000U);
+}
+
+TEST(CommandMessages, QuietStreamGetsRefusalsAlone) {
+    std::ostringstream stream;
+    SetQuiet(stream, true);
+    MessageCollector const messages(stream);
+    PrWin::Output(8, 1, L"plain\n");
+    PrWin::Output(8, 3, L"fault\n");
+    PrWin::Output(8, 4, L"refusal\n");
+    EXPECT_EQ(stream.str(), "refusal\n");
+    EXPECT_EQ(messages.Counts(), (MessageCounts{{{8, 1}, 1}, {{8, 3}, 1}, {{8, 4}, 1}}));
+}
+
+TEST(CommandMessages, AreColouredByTheirStyle) {
+    std::ostringstream stream;
+    SetColoured(stream, true);
+    MessageCollector const messages(stream);
+    PrWin::Output(8, 1, L"plain\n");
+    PrWin::Output(8, 3, L"fault\n");
+    PrWin::Output(8, 4, L"refusal\n");
+    EXPECT_EQ(stream.str(), "plain\n\x1B[1;35mfault\x1B[0m\n\x1B[1;31mrefusal\x1B[0m\n");
 }

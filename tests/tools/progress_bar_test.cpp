@@ -1,4 +1,5 @@
 #include "tools/progress_bar.h"
+#include "tools/quiet.h"
 
 #include <gtest/gtest.h>
 #include <ostream>
@@ -74,4 +75,15 @@ TEST(ProgressBarTest, ALoadIsShownOnTheTerminalAlone) {
     std::ostream stream(&screen);
     LoadProgressBar const bar(stream);
     EXPECT_EQ(stream.rdbuf(), &screen);
+}
+
+TEST(ProgressBarTest, IsNotDrawnOnAQuietStream) {
+    std::ostringstream stream;
+    SetQuiet(stream, true);
+    {
+        ProgressBar bar(stream, 0ms);
+        bar.Show(L"derive", 250, 1000);
+        stream << "a message\n";
+    }
+    EXPECT_EQ(stream.str(), "a message\n");
 }

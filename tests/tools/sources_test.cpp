@@ -1,7 +1,10 @@
+#include <paramdb/platform/core/utf8.h>
+#include <paramdb/platform/framework/cfile.h>
+
 #include "tests/tools/command_run.h"
 #include "tools/sources.h"
 
-#include <system_error>
+#include <cerrno>
 
 using paramdb::tools::IsFile;
 using paramdb::tools::ReadSources;
@@ -31,9 +34,22 @@ protected:
     std::optional<paramdb::tools::Sources> m_sources;
 };
 
-std::string Text(std::errc error) {
-    return std::make_error_code(error).message();
+// What the system says.
+std::string Text(int code) {
+    return paramdb::ToUtf8(CFileException(code).Text());
 }
+
+#ifdef _WIN32
+constexpr int Missing = 2;
+constexpr int FolderMissing = 3;
+constexpr int IsFolder = 5; // access denied
+constexpr int FileAsFolder = 3;
+#else
+constexpr int Missing = ENOENT;
+constexpr int FolderMissing = ENOENT;
+constexpr int IsFolder = EISDIR;
+constexpr int FileAsFolder = ENOTDIR;
+#endif
 
 } // namespace
 
@@ -106,15 +122,15 @@ TEST_F(SourcesTest, RefusesWhatIsNoLake) {
 }
 
 TEST_F(SourcesTest, NamesTheReasonOfTheSystem) {
-    EXPECT_EQ(ReasonFor(Name(u8"missing.lake")), Text(std::errc::no_such_file_or_directory));
-    EXPECT_EQ(ReasonFor(Name(u8"missing/file.lake")), Text(std::errc::no_such_file_or_directory));
-    EXPECT_EQ(ReasonFor(Folder()), Text(std::errc::is_a_directory));
-    EXPECT_EQ(ReasonFor(File(u8"file.lake", "k: v\n") + "/x"), Text(std::errc::not_a_directory));
+    EXPECT_EQ(ReasonFor(Name(u8"missing.lake")), Text(Missing));
+    EXPECT_EQ(ReasonFor(Name(u8"missing/file.lake")), Text(FolderMissing));
+    EXPECT_EQ(ReasonFor(Folder()), Text(IsFolder));
+    EXPECT_EQ(ReasonFor(File(u8"file.lake", "k: v\n") + "/x"), Text(FileAsFolder));
 }
 
 TEST_F(SourcesTest, DoesNotTakeAnEmptyNameForTheLastFile) {
     EXPECT_EQ(Read({File(u8"a.lake", "k: v\n")}), "");
-    std::string const reason = Text(std::errc::no_such_file_or_directory);
+    std::string const reason = Text(Missing);
     EXPECT_EQ(Read({""}), "paramdb: \"\": " + reason + "\n");
     EXPECT_FALSE(m_sources.has_value());
 }
@@ -125,8 +141,8 @@ TEST_F(SourcesTest, ReportsEveryFaultyFileAndLoadsNone) {
     std::string const empty = File(u8"empty.lake", "");
     std::string const words = File(u8"words.txt", "words\n");
     EXPECT_EQ(Read({good, missing, empty, good, words}),
-              "paramdb: " + missing + ": " + Text(std::errc::no_such_file_or_directory) + "\n" +
-                  "paramdb: " + empty + ": the file is empty\n" + "paramdb: " + words +
+              "paramdb: " + missing + ": " + Text(Missing) + "\n" + "paramdb: " + empty +
+                  ": the file is empty\n" + "paramdb: " + words +
                   ": no parameter file: none of its lines has a key\n");
     EXPECT_FALSE(m_sources.has_value());
     EXPECT_TRUE(CParameterLake::Lake().empty());

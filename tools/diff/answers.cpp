@@ -51,7 +51,7 @@ void CollectLayout(RowTable& table, Parameters parameters, AnswerOptions const& 
 std::set<int> VirtualModesOf(Parameters parameters) {
     std::set<int> modes;
     for (CatalogueEntry const& entry : parameters.Entries()) {
-        auto const columns = ColumnsOf(*entry.description);
+        auto const columns = RowColumnsOf(*entry.description);
         std::vector<std::size_t> places;
         for (std::size_t place = 0; place < columns.columns.size(); ++place)
             if (columns.columns[place].name == "mode" && columns.columns[place].type == FieldType::Int)

@@ -1,3 +1,4 @@
+#include "tools/colour.h"
 #include "tools/diff/diff_words.h"
 #include "tools/diff/diff_writers.h"
 #include "tools/report.h"
@@ -16,8 +17,8 @@ constexpr std::string_view KeyIndent = "          ";
 // A line of pieces that goes on, indented, on the next one where it gets too long.
 class LongLine {
 public:
-    LongLine(std::ostream& out, std::string_view begin, std::string_view indent)
-        : m_out(out), m_indent(indent), m_line(begin) {}
+    LongLine(std::ostream& out, Tone tone, std::string_view begin, std::string_view indent)
+        : m_out(out), m_tone(tone), m_indent(indent), m_line(begin) {}
 
     // The separator stays on the line before where a new one begins; there is room for the one to come.
     void Add(std::string_view separator, std::string_view piece) {
@@ -30,14 +31,15 @@ public:
     void Break() {
         if (m_is_new)
             return;
-        m_out << m_line << '\n';
+        m_out << Painted(m_tone, m_line) << '\n';
         m_line = m_indent;
         m_is_new = true;
     }
-    void End() { m_out << m_line << '\n'; }
+    void End() { m_out << Painted(m_tone, m_line) << '\n'; }
 
 private:
     std::ostream& m_out;
+    Tone m_tone;
     std::string_view m_indent;
     std::string m_line;
     bool m_is_new = false; // nothing stands in the line yet
@@ -78,7 +80,10 @@ void PrintEntry(std::ostream& out, ShownEntry const& entry) {
     char const* const mark = entry.change == RowChange::Added     ? "  + "
                              : entry.change == RowChange::Removed ? "  - "
                                                                   : "  ~ ";
-    LongLine line(out, mark, EntryIndent);
+    Tone const tone = entry.change == RowChange::Added     ? Tone::Added
+                      : entry.change == RowChange::Removed ? Tone::Removed
+                                                           : Tone::Changed;
+    LongLine line(out, tone, mark, EntryIndent);
     if (entry.keys.size() == 1)
         AddKey(line, entry.keys.front());
     else
@@ -89,7 +94,7 @@ void PrintEntry(std::ostream& out, ShownEntry const& entry) {
     if (entry.keys.size() == 1)
         return;
     for (ShownFields const& key : entry.keys) {
-        LongLine row(out, "        ", KeyIndent);
+        LongLine row(out, tone, "        ", KeyIndent);
         AddKey(row, key);
         row.End();
     }

@@ -35,7 +35,7 @@ float FloatOf(std::uint64_t cell) {
 
 } // namespace
 
-RowColumns ColumnsOf(TableDescription const& table) {
+RowColumns RowColumnsOf(TableDescription const& table) {
     RowColumns result{table.key_columns, table.key_columns.size()};
     result.columns.insert(result.columns.end(), table.row_columns.begin(), table.row_columns.end());
     return result;

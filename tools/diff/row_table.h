@@ -25,7 +25,7 @@ struct RowColumns {
 };
 
 // The columns of a table of the catalogue.
-RowColumns ColumnsOf(TableDescription const& table);
+RowColumns RowColumnsOf(TableDescription const& table);
 
 // A field as its type; the order of the types is that of FieldType.
 using FieldValue = std::variant<std::int32_t, std::uint32_t, std::int64_t, float, double, std::wstring_view>;

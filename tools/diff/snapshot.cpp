@@ -3,6 +3,7 @@
 #include <paramdb/platform/core/utf8.h>
 #include <paramdb/query/param_instance.h>
 
+#include "tools/quiet.h"
 #include "tools/report.h"
 
 #include <algorithm>
@@ -12,7 +13,7 @@ namespace paramdb::tools {
 namespace {
 
 RowTable Copy(CatalogueEntry const& entry) {
-    RowTable table(ColumnsOf(*entry.description));
+    RowTable table(RowColumnsOf(*entry.description));
     table.Reserve(entry.rows->RowCount());
     entry.rows->VisitRows([&table](auto key, auto row) {
         table.Add(key, row);
@@ -60,7 +61,7 @@ void TellLoad(std::ostream& err, std::vector<std::string> const& files, Load con
     std::uint64_t messages = 0;
     for (auto const& [kind, count] : load.messages)
         messages += count;
-    if (load.result == LoadResult::Complete && messages == 0)
+    if (load.result == LoadResult::Complete && (messages == 0 || IsQuiet(err)))
         return;
     err << "paramdb: " << FileNames(files) << ": ";
     if (load.result == LoadResult::Refused)

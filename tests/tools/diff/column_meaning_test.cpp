@@ -17,7 +17,7 @@ std::string Narrow(std::wstring_view text) {
 std::map<std::string, std::set<std::string>> AllMeanings() {
     std::map<std::string, std::set<std::string>> result;
     for (auto const& table : paramdb::Catalogue()) {
-        RowColumns const columns = ColumnsOf(table);
+        RowColumns const columns = RowColumnsOf(table);
         auto const meanings = MeaningsOf(table.tag, columns);
         EXPECT_EQ(meanings.size(), columns.columns.size());
         for (std::size_t column = 0; column < meanings.size(); ++column) {
@@ -92,7 +92,7 @@ TEST(ColumnMeaningTest, KnowsTheKeysOfNames) {
     for (auto const& table : paramdb::Catalogue()) {
         Kind const* const kind = KindOf(table);
         if (kind != nullptr) {
-            EXPECT_EQ(MeaningsOf(table.tag, ColumnsOf(table))[0].kind, kind) << Narrow(table.tag);
+            EXPECT_EQ(MeaningsOf(table.tag, RowColumnsOf(table))[0].kind, kind) << Narrow(table.tag);
         }
     }
 }

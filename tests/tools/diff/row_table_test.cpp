@@ -62,7 +62,7 @@ TEST(RowTableTest, TakesTheRowsOfATable) {
                 return table;
         throw std::invalid_argument("no such table");
     };
-    RowColumns const columns = ColumnsOf(table_of(L"<TIpPolygonValue>"));
+    RowColumns const columns = RowColumnsOf(table_of(L"<TIpPolygonValue>"));
     ASSERT_EQ(columns.columns.size(), 3U);
     EXPECT_EQ(columns.key_columns, 2U);
     EXPECT_EQ(columns.columns[0].name, "polygon");
