@@ -1,4 +1,5 @@
 #include <paramdb/distillery/mode_info.h>
+#include <paramdb/platform/numeric/round.h>
 #include <paramdb/platform/numeric/truncate.h>
 #include <paramdb/platform/sea/pr_win.h>
 #include <paramdb/service/param_store.h>
@@ -161,7 +162,7 @@ int CQtModeInfo::Intervals(CVAutoModeParams const& params) {
 float CQtModeInfo::Position(CVAutoModeParams const& params, unsigned int index) {
     double const middle =
         (index + 0.5) * static_cast<double>(params.Step) + static_cast<double>(params.Start);
-    return std::roundf(static_cast<float>(middle));
+    return numeric::Round(static_cast<float>(middle));
 }
 
 unsigned int CQtModeInfo::State(std::size_t parameter, int extension) const {
