@@ -44,6 +44,15 @@ void LeaveTheRestToParents(CLI::App& command) {
     }
 }
 
+// The help of the subcommand that was asked for, or of the command. A group of hidden options leaves a second
+// blank line there.
+std::string HelpText(CLI::App const& command) {
+    std::string text = command.help();
+    for (std::size_t place = text.find("\n\n\n"); place != text.npos; place = text.find("\n\n\n", place))
+        text.erase(place, 1);
+    return text;
+}
+
 // The options of the run, on a stream while it lives.
 class StreamOptions {
 public:
@@ -86,7 +95,10 @@ ExitCode RunVerb(std::vector<std::string> const& arguments, std::ostream& out, s
 
     try {
         command.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
-    } catch (CLI::Success const& end) { // help and version
+    } catch (CLI::CallForHelp const&) {
+        out << HelpText(command);
+        return ExitCode::Clean;
+    } catch (CLI::Success const& end) { // version
         command.exit(end, out, err);
         return ExitCode::Clean;
     } catch (CLI::Error const& fault) {
