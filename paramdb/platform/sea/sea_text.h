@@ -1,6 +1,7 @@
 // The text form of a sea, as resource_sea.h tells it, to and from bytes. A helper of CResourceSea.
 #pragma once
 
+#include <paramdb/platform/core/export.h>
 #include <paramdb/platform/sea/resource_sea.h>
 
 #include <string>
@@ -17,10 +18,10 @@ struct SeaContent {
 
 // Reads any bytes; what makes no sense is left out and named in bad_lines. The last of two equal values
 // counts.
-[[nodiscard]] SeaContent ReadSeaText(std::string_view bytes);
+[[nodiscard]] PARAMDB_API SeaContent ReadSeaText(std::string_view bytes);
 
 // Writes with the platform's line end. ReadSeaText gives back what is written here.
-[[nodiscard]] std::string WriteSeaText(CResourceSea::ListMap const& lists,
-                                       CResourceSea::ValueMap const& values);
+[[nodiscard]] PARAMDB_API std::string WriteSeaText(CResourceSea::ListMap const& lists,
+                                                   CResourceSea::ValueMap const& values);
 
 } // namespace paramdb
