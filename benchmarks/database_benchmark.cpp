@@ -13,7 +13,6 @@
 #include "figures.h"
 #include "generate.h"
 #include "measure.h"
-#include "plain_tables.h"
 #include "soci_loop.h"
 #include "sqlite.h"
 

@@ -125,6 +125,8 @@ public:
         CLI::App& verb = *command.add_subcommand(
             "export", "Load parameter files and add them to a database as a new revision");
         AddLastWordsArgument(verb, m_words, "CONNECTION");
+        for (char const* const option : {"--timeout", "--cache"}) // of the files, if they are revisions
+            verb.get_option(option)->group("Options");
         AddFormatOption(verb, m_format);
         verb.add_option("-m,--remark", m_remark, "What is new in the revision")->type_name("TEXT");
         verb.add_option("--who", m_who, "Who exports (default: the user and the host)")->type_name("NAME");

@@ -329,15 +329,7 @@ protected:
     std::string TextOf(soci::soci_error const& error) const override {
         if (m_watch && m_watch->HasFired())
             return "no answer within " + std::to_string((m_timeout + Grace).count()) + " s";
-        std::string text = error.get_error_message();
-        text = OneLine(text.substr(0, text.find("\nLINE ")));
-        // What SOCI was doing, and how bad it is, stand ahead of the reason.
-        for (std::string_view const head :
-             {"Cannot establish connection to the database. ", "Cannot execute query. ",
-              "Cannot prepare statement. ", "ERROR: ", "FATAL: "})
-            if (text.starts_with(head))
-                text.erase(0, head.size());
-        return text;
+        return SociSession::TextOf(error);
     }
 
     void BeginWaiting() override {

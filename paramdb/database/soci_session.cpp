@@ -289,7 +289,15 @@ FaultKind SociSession::KindOf(soci::soci_error const& error) const {
 }
 
 std::string SociSession::TextOf(soci::soci_error const& error) const {
-    return OneLine(error.get_error_message());
+    std::string text = error.get_error_message();
+    text = OneLine(text.substr(0, text.find("\nLINE ")));
+    // What SOCI was doing, and how bad it is, stand ahead of the reason.
+    for (std::string_view const head :
+         {"Cannot establish connection to the database. ", "Cannot execute query. ",
+          "Cannot prepare statement. ", "ERROR: ", "FATAL: "})
+        if (text.starts_with(head))
+            text.erase(0, head.size());
+    return text;
 }
 
 void SociSession::Execute(std::string const& statement_text, SqlParameters const& parameters) {

@@ -83,8 +83,14 @@ inline std::string KindName(testing::TestParamInfo<Kind> const& info) {
     return info.param == Kind::Sqlite ? "Sqlite" : "Postgres";
 }
 
+// Without a server there is one kind.
+inline std::vector<Kind> Kinds() {
+    return std::string(PARAMDB_POSTGRES_DIR).empty() ? std::vector{Kind::Sqlite}
+                                                     : std::vector{Kind::Sqlite, Kind::Postgres};
+}
+
 #define PARAMDB_BOTH_KINDS(Test)                                                                             \
-    INSTANTIATE_TEST_SUITE_P(Database, Test, testing::Values(Kind::Sqlite, Kind::Postgres), KindName)
+    INSTANTIATE_TEST_SUITE_P(Database, Test, testing::ValuesIn(Kinds()), KindName)
 
 // A set with that many rows in each table: extreme and random numbers, texts of every kind, keys in order.
 // The version is one that loads take.

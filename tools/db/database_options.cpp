@@ -26,17 +26,18 @@ std::optional<int> ReadSeconds(std::string const& text) {
 
 CLI::Option* TimeOutOption(CLI::App& verb) {
     Options() = {ParamDb::DatabaseTimeout, {}};
+    auto const store = [](std::string const& text) {
+        auto const seconds = ReadSeconds(text);
+        if (!seconds) // a check would leave out the name of an option that the help does not show
+            throw CLI::ValidationError("--timeout", text + " is no number of seconds from 1 to 86400");
+        Options().timeout = std::chrono::seconds(*seconds);
+    };
     return verb
         .add_option_function<std::string>(
-            "--timeout",
-            [](std::string const& text) {
-                Options().timeout = std::chrono::seconds(ReadSeconds(text).value_or(1));
-            },
-            "How long to wait for a database to connect, to give a lock free and to answer (default: " +
+            "--timeout", store,
+            "How long to wait for a database to connect, to give a lock free and to "
+            "answer (default: " +
                 std::to_string(ParamDb::DatabaseTimeout.count()) + ")")
-        ->check([](std::string const& text) {
-            return ReadSeconds(text) ? "" : text + " is no number of seconds from 1 to 86400";
-        })
         ->type_name("SECONDS");
 }
 
