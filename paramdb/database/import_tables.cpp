@@ -16,8 +16,8 @@ constexpr wchar_t FunctionName[] = L"ParamDb::ImportTables()";
 
 // An import that has not replaced anything yet.
 struct Fetched {
-    Import import;
-    CDbTableSet set;
+    Import import = {};
+    CDbTableSet set = {};
 };
 
 Fetched Fetch(ConnectionText const& connection, std::chrono::seconds timeout, Report& report) {
@@ -25,7 +25,9 @@ Fetched Fetch(ConnectionText const& connection, std::chrono::seconds timeout, Re
     auto const session = open();
     Transaction transaction(*session, Access::Read);
     auto found = FindRevision(*session, connection);
-    Fetched fetched{{.revision = std::move(found.revision)}, ReadRevision(*session, found.id, open, report)};
+    Fetched fetched;
+    fetched.set = ReadRevision(*session, found.id, open, report);
+    fetched.import.revision = std::move(found.revision);
     transaction.Commit();
     return fetched;
 }

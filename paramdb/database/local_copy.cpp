@@ -119,7 +119,8 @@ LocalCopy ReadLocalCopy(std::string const& file, ConnectionText const& original,
         (original.revision && *original.revision != revision.number))
         throw DatabaseFault(FaultKind::Other, "it is a copy of revision " + std::to_string(revision.number) +
                                                   " of set '" + set + "'");
-    LocalCopy copy{revision, origin.copied, ReadRevision(*session, found.id, open, report)};
+    LocalCopy copy{revision, origin.copied, {}};
+    copy.set = ReadRevision(*session, found.id, open, report);
     transaction.Commit();
     return copy;
 }

@@ -66,6 +66,29 @@ protected:
 
     PostgresServer& server() { return PostgresServer::Object(); }
 
+    // Does something to the server at a random moment of an action, again and again, until it has failed in
+    // time twice. The action answers whether it came through.
+    template <class Action, class Hit>
+    void Disturb(std::uint32_t seed, Action action, Hit hit) {
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        auto const start = std::chrono::steady_clock::now();
+        ASSERT_TRUE(action());
+        std::chrono::duration<double> const usual = std::chrono::steady_clock::now() - start;
+        std::mt19937 random(seed);
+        int failed = 0;
+        for (int round = 0; round < 30 && failed < 2; ++round) {
+            std::thread hitter([&, wait = usual * (static_cast<double>(random() % 1000) / 1000)] {
+                std::this_thread::sleep_for(wait);
+                hit();
+            });
+            bool const is_good = action();
+            hitter.join();
+            server().Start();
+            failed += is_good ? 0 : 1;
+        }
+        EXPECT_EQ(failed, 2);
+    }
+
     MessageLog m_log;
     Database m_database{Kind::Postgres};
 };
@@ -73,49 +96,29 @@ protected:
 TEST_F(ServerBreakdown, DiesWhileImporting) {
     auto const set = LargeSet(L"<TMode>", 15'000);
     ASSERT_TRUE(ExportTables(set, Connection()));
-    std::mt19937 random(8);
-    int failed = 0;
-    for (int round = 0; round < 4; ++round) {
-        SCOPED_TRACE(round);
-        std::thread killer([&, wait = std::chrono::microseconds(random() % 60'000)] {
-            std::this_thread::sleep_for(wait);
-            server().Kill();
-        });
+    auto const import = [&] {
         CDbTableSet back = SmallSet();
-        auto const import = ImportTables(Connection(), back);
-        killer.join();
-        server().Start();
-        if (import) {
-            EXPECT_EQ(Difference(back, set), "");
-        } else {
-            EXPECT_EQ(Difference(back, SmallSet()), "");
-            EXPECT_FALSE(TakeFailure(ImportFailed()).empty());
-            ++failed;
-        }
-    }
-    EXPECT_GT(failed, 0);
+        bool const is_good = ImportTables(Connection(), back).has_value();
+        EXPECT_EQ(Difference(back, is_good ? set : SmallSet()), "");
+        EXPECT_EQ(TakeFailures(ImportFailed()), is_good ? 0u : 1u);
+        return is_good;
+    };
+    Disturb(8, import, [this] { server().Kill(); });
     ExpectWhole(set, 1, 1);
 }
 
 TEST_F(ServerBreakdown, DiesWhileExporting) {
     auto const set = LargeSet(L"<TMode>", 6'000);
-    ASSERT_TRUE(ExportTables(set, Connection()));
-    std::mt19937 random(9);
-    std::size_t finished = 1;
+    ASSERT_TRUE(ExportTables(SmallSet(), m_database.Connection("#first"))); // makes the tables
+    std::size_t finished = 0;
     std::size_t failed = 0;
-    for (int round = 0; round < 4; ++round) {
-        SCOPED_TRACE(round);
-        std::thread killer([&, wait = std::chrono::microseconds(random() % 80'000)] {
-            std::this_thread::sleep_for(wait);
-            server().Kill();
-        });
+    auto const write = [&] {
         bool const is_good = ExportTables(set, Connection()).has_value();
-        killer.join();
-        server().Start();
-        ++(is_good ? finished : failed);
         EXPECT_EQ(TakeFailures(ExportFailed()), is_good ? 0u : 1u);
-    }
-    EXPECT_GT(failed, 0u);
+        ++(is_good ? finished : failed);
+        return is_good;
+    };
+    Disturb(9, write, [this] { server().Kill(); });
     // The server may have kept what it could not say any more.
     ExpectWhole(set, finished, finished + failed);
     EXPECT_TRUE(ExportTables(set, Connection()));
@@ -124,21 +127,23 @@ TEST_F(ServerBreakdown, DiesWhileExporting) {
 TEST_F(ServerBreakdown, KilledExporter) {
     auto const set = LargeSet(L"<TMode>", 6'000);
     ASSERT_TRUE(ExportTables(set, Connection()));
+    auto const start = std::chrono::steady_clock::now();
+    ASSERT_TRUE(ExportTables(set, Connection()));
+    std::chrono::duration<double> const usual = std::chrono::steady_clock::now() - start;
     std::mt19937 random(10);
-    std::size_t finished = 1;
+    std::size_t finished = 2;
     std::size_t killed = 0;
-    for (int round = 0; round < 6; ++round) {
-        SCOPED_TRACE(round);
+    for (int round = 0; round < 30 && killed < 4; ++round) {
         pid_t const child = fork();
         if (child == 0)
             _exit(ExportTables(set, Connection()) ? 0 : 1);
-        std::this_thread::sleep_for(std::chrono::microseconds(random() % 100'000));
+        std::this_thread::sleep_for(usual * (static_cast<double>(random() % 1000) / 1000));
         kill(child, SIGKILL);
         int status = -1;
         waitpid(child, &status, 0);
         ++(WIFEXITED(status) && WEXITSTATUS(status) == 0 ? finished : killed);
     }
-    EXPECT_GT(killed, 0u);
+    EXPECT_EQ(killed, 4u);
     ExpectWhole(set, finished, finished + killed);
 }
 

@@ -178,7 +178,8 @@ TEST_F(CommonOptionsTest, VersionAndHelpStandAnywhere) {
 // A new subcommand belongs into one of the two lists.
 TEST_F(CommonOptionsTest, KnowAllSubcommands) {
     auto const commands = Commands("a", "b");
-    for (CommandNode const* node : AllNodes(WholeCommand())) {
+    CommandNode const command = WholeCommand();
+    for (CommandNode const* node : AllNodes(command)) {
         auto const is_it = [&](Texts const& arguments) { return arguments[0] == node->path; };
         EXPECT_NE(IsOfAnotherSort(node->path), std::any_of(commands.begin(), commands.end(), is_it))
             << node->path;
