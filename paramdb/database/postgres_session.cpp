@@ -17,7 +17,9 @@ namespace {
 
 constexpr std::size_t BlockSize = 5000;
 
-// How much longer the client waits than it has told the server to work: an answer of the server says more.
+// How much longer than for a lock the server may take for a statement as a whole, and how much longer than
+// that the client waits: each in turn knows less of the reason.
+constexpr std::chrono::seconds StatementGrace(1);
 constexpr std::chrono::seconds Grace(2);
 
 char const* ArrayType(FieldType type) {
@@ -293,10 +295,13 @@ public:
         SociSession::Connect();
         m_is_connected = true;
         m_watch = std::make_unique<Watch>(PQsocket(Connection()), m_timeout + Grace);
-        std::string const milliseconds = std::to_string(m_timeout.count() * 1000);
+        auto const milliseconds = [](std::chrono::seconds time) {
+            return std::to_string(time.count() * 1000);
+        };
         Execute("SET client_encoding TO 'UTF8'; SET client_min_messages TO error; "
-                "SET statement_timeout TO " +
-                milliseconds + "; SET lock_timeout TO " + milliseconds);
+                "SET lock_timeout TO " +
+                milliseconds(m_timeout) + "; SET statement_timeout TO " +
+                milliseconds(m_timeout + StatementGrace));
     }
 
     void BeginReading() override { Execute("BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY"); }

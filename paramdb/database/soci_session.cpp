@@ -294,7 +294,7 @@ std::string SociSession::TextOf(soci::soci_error const& error) const {
     // What SOCI was doing, and how bad it is, stand ahead of the reason.
     for (std::string_view const head :
          {"Cannot establish connection to the database. ", "Cannot execute query. ",
-          "Cannot prepare statement. ", "ERROR: ", "FATAL: "})
+          "Cannot prepare statement. ", "Fatal error. ", "ERROR: ", "FATAL: "})
         if (text.starts_with(head))
             text.erase(0, head.size());
     return text;

@@ -225,12 +225,14 @@ TEST_F(ServerBreakdown, WrongDatabaseAndUser) {
 // No file of the server has more than 3 MB, as if its disk were full.
 TEST_F(ServerBreakdown, FullDisk) {
     ASSERT_TRUE(ExportTables(SmallSet(), Connection()));
-    server().LimitFiles(3'000'000);
+    server().Kill();
+    server().Start(3'000'000);
     EXPECT_FALSE(ExportTables(LargeSet(L"<TMode>", 80'000), Connection()));
     std::string const reason = TakeFailure(ExportFailed());
     EXPECT_TRUE(reason.starts_with("could not extend file \"base/")) << reason;
     EXPECT_NE(reason.find("File too large"), std::string::npos) << reason;
-    server().LimitFiles(~std::uint64_t{0});
+    server().Kill();
+    server().Start();
     ExpectWhole(SmallSet(), 1, 1);
     EXPECT_TRUE(ExportTables(SmallSet(), Connection()));
 }

@@ -1,5 +1,6 @@
 #include "tests/support/postgres.h"
 
+#include <algorithm>
 #include <arpa/inet.h>
 #include <chrono>
 #include <csignal>
@@ -39,8 +40,8 @@ void BecomeServerUser() {
         _exit(126);
 }
 
-// Starts a program of the server, which ends when this process does.
-pid_t Spawn(std::vector<std::string> words, std::string const& log) {
+// Starts a program of the server, which ends when this process does. A size of 0 stands for no limit.
+pid_t Spawn(std::vector<std::string> words, std::string const& log, std::uint64_t largest_file) {
     std::vector<char*> arguments;
     for (std::string& word : words)
         arguments.push_back(word.data());
@@ -49,6 +50,11 @@ pid_t Spawn(std::vector<std::string> words, std::string const& log) {
     pid_t const child = fork();
     if (child != 0)
         return child;
+    rlimit limit{};
+    if (largest_file > 0 && getrlimit(RLIMIT_FSIZE, &limit) == 0) {
+        limit.rlim_cur = std::min<rlim_t>(largest_file, limit.rlim_max);
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
     BecomeServerUser();
     setsid();
     prctl(PR_SET_PDEATHSIG, SIGKILL); // behind the change of the user, which would undo it
@@ -143,7 +149,7 @@ PostgresServer::PostgresServer() : m_port(FreePort()) {
     }
     pid_t const init = Spawn({Programs + "/initdb", "-D", m_folder + "/data", "-A", "trust", "-U", "postgres",
                               "-E", "UTF8", "--locale=C", "--no-sync", "--wal-segsize=1"},
-                             m_folder + "/log");
+                             m_folder + "/log", 0);
     int status = -1;
     waitpid(init, &status, 0);
     if (status != 0)
@@ -157,11 +163,11 @@ PostgresServer::~PostgresServer() {
     std::filesystem::remove_all(m_folder, ignored);
 }
 
-void PostgresServer::Start() {
+void PostgresServer::Start(std::uint64_t largest_file) {
     m_process = Spawn({Programs + "/postgres", "-D", m_folder + "/data", "-c", "listen_addresses=127.0.0.1",
                        "-c", "port=" + std::to_string(m_port), "-c", "unix_socket_directories=", "-c",
                        "fsync=off", "-c", "full_page_writes=off", "-c", "max_connections=40"},
-                      m_folder + "/log");
+                      m_folder + "/log", largest_file);
     auto const deadline = std::chrono::steady_clock::now() + 30s;
     while (PQping(Address(m_port, "postgres").c_str()) != PQPING_OK) {
         if (waitpid(m_process, nullptr, WNOHANG) != 0 || std::chrono::steady_clock::now() > deadline)
@@ -203,12 +209,6 @@ void PostgresServer::Stop() {
 
 void PostgresServer::Continue() {
     Signal(SIGCONT);
-}
-
-void PostgresServer::LimitFiles(std::uint64_t bytes) const {
-    rlimit const limit{bytes, RLIM_INFINITY};
-    if (prlimit(m_process, RLIMIT_FSIZE, &limit, nullptr) != 0)
-        throw std::runtime_error("the server's files cannot be limited");
 }
 
 } // namespace test_support

@@ -23,11 +23,10 @@ public:
 
     // Ends it at once, as a crash would, or sends it to sleep; starting again brings all that was committed.
     void Kill();
-    void Start();
+    // With a size no file of it has more bytes, as on a full disk.
+    void Start(std::uint64_t largest_file = 0);
     void Stop();     // SIGSTOP for every process of it
     void Continue(); // SIGCONT
-    // The most bytes that a file of a connection made from now on may have, as on a full disk.
-    void LimitFiles(std::uint64_t bytes) const;
 
     int port() const { return m_port; }
 
