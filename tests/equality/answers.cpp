@@ -49,7 +49,8 @@ int main(int count, char** arguments) {
     }
     CParameterLake::Lake().read(WideName(lake));
     CQtParamInstance instance;
-    book.Tell("loaded", instance.ReadTablesFromCandidateLake(), instance.Initialized());
+    bool const loaded = instance.ReadTablesFromCandidateLake();
+    book.Tell("loaded", loaded, instance.Initialized());
     book.Tell("named texts", instance.LearnFileName(), instance.CalibFileName(), instance.BaseType(),
               instance.AliasType(), CQtParamInstance::TimeSignalId());
     instance.DumpTables(0);

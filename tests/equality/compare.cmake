@@ -1,6 +1,8 @@
 # Runs two builds of paramdb_answers over the same seeds and compares what they write, byte for byte.
 #   cmake -D ANSWERS=[EMULATOR;]PROGRAM -D REFERENCE=PROGRAM -D WORK_DIR= -P compare.cmake
 # Both must be of the same sources. Without the reference the program has to give the same answers twice.
+cmake_minimum_required(VERSION 3.25)
+
 set(seeds 1 2 3 5 8 13 21 34)
 
 function(run)
