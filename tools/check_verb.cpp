@@ -22,9 +22,8 @@
 #include <set>
 
 namespace paramdb::tools {
+namespace check {
 namespace {
-
-using namespace check;
 
 // Shows how far the rules have come, as the load does.
 class CheckProgress {
@@ -159,9 +158,10 @@ private:
 };
 
 } // namespace
+} // namespace check
 
 std::unique_ptr<Verb> MakeCheckVerb() {
-    return std::make_unique<CheckVerb>();
+    return std::make_unique<check::CheckVerb>();
 }
 
 } // namespace paramdb::tools

@@ -5,13 +5,13 @@
 namespace paramdb::tools {
 namespace {
 
-int Place() {
+int ColourPlace() {
     static int const place = std::ios_base::xalloc();
     return place;
 }
 
 // The parameters of the sequence that sets the colour: 1 is bold, 31 to 36 are the colours.
-char const* Parameters(Tone tone) {
+char const* Codes(Tone tone) {
     switch (tone) {
     case Tone::Error:
         return "1;31";
@@ -38,16 +38,16 @@ std::ostream& operator<<(std::ostream& stream, Painted const& painted) {
     std::size_t const end = text.find_last_not_of('\n') + 1;
     if (!IsColoured(stream) || end == 0)
         return stream.write(text.data(), static_cast<std::streamsize>(text.size()));
-    stream << "\x1B[" << Parameters(painted.m_tone) << 'm' << text.substr(0, end) << "\x1B[0m";
+    stream << "\x1B[" << Codes(painted.m_tone) << 'm' << text.substr(0, end) << "\x1B[0m";
     return stream << text.substr(end);
 }
 
 bool IsColoured(std::ostream& stream) {
-    return stream.iword(Place()) != 0;
+    return stream.iword(ColourPlace()) != 0;
 }
 
 void SetColoured(std::ostream& stream, bool is_coloured) {
-    stream.iword(Place()) = is_coloured ? 1 : 0;
+    stream.iword(ColourPlace()) = is_coloured ? 1 : 0;
 }
 
 bool WantsColour(ColourChoice choice, bool is_terminal, char const* no_color, char const* terminal_name) {

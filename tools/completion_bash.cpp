@@ -3,7 +3,7 @@
 namespace paramdb::tools {
 namespace {
 
-constexpr char Begin[] = R"sh(# Completion of paramdb in bash; `paramdb completion bash` prints it.
+constexpr char BashBegin[] = R"sh(# Completion of paramdb in bash; `paramdb completion bash` prints it.
 
 # Names of files that begin with $1, behind what there is already, each behind $2.
 _paramdb_add_files() {
@@ -33,13 +33,13 @@ _paramdb() {
         *:--) behind_dashes=yes ;;
 )sh";
 
-constexpr char Middle[] = R"sh(        esac
+constexpr char BashMiddle[] = R"sh(        esac
     done
 
     case $verb in
 )sh";
 
-constexpr char End[] = R"sh(    esac
+constexpr char BashEnd[] = R"sh(    esac
 
     if [[ $kind == value && -z $behind_dashes ]]; then
         mapfile -t COMPREPLY < <(compgen -P "$begin" -W "$values" -- "$word")
@@ -59,7 +59,7 @@ complete -F _paramdb paramdb
 )sh";
 
 // A text for the shell as it is.
-std::string Quoted(std::string const& text) {
+std::string BashQuoted(std::string const& text) {
     std::string quoted = "'";
     for (char const character : text)
         quoted += character == '\'' ? std::string("'\\''") : std::string(1, character);
@@ -76,7 +76,7 @@ void AddValues(std::string& script, std::vector<CommandOption> const& options) {
             script += "file";
         else
             script +=
-                "value" + (option.values.empty() ? "" : " values=" + Quoted(Joined(option.values, " ")));
+                "value" + (option.values.empty() ? "" : " values=" + BashQuoted(Joined(option.values, " ")));
         script += " ;;\n";
     }
 }
@@ -92,10 +92,10 @@ void AddNode(std::string& script, CommandNode const& node, CommandNode const& co
                 options.insert(options.end(), option.names.begin(), option.names.end());
     for (CommandNode const& verb : node.verbs)
         words.push_back(verb.name);
-    script += "    " + Quoted(node.path) + ")\n";
-    script += "        options=" + Quoted(Joined(options, " ")) + '\n';
+    script += "    " + BashQuoted(node.path) + ")\n";
+    script += "        options=" + BashQuoted(Joined(options, " ")) + '\n';
     if (!words.empty())
-        script += "        words=" + Quoted(Joined(words, " ")) + '\n';
+        script += "        words=" + BashQuoted(Joined(words, " ")) + '\n';
     if (node.takes_files)
         script += "        files=yes\n";
     script += "        case $before in\n";
@@ -109,15 +109,15 @@ void AddNode(std::string& script, CommandNode const& node, CommandNode const& co
 
 std::string BashCompletion(CommandNode const& command) {
     auto const nodes = AllNodes(command);
-    std::string script = Begin;
+    std::string script = BashBegin;
     for (CommandNode const* node : nodes)
         for (CommandNode const& verb : node->verbs)
-            script +=
-                "        " + Quoted(node->path + ':' + verb.name) + ") verb=" + Quoted(verb.path) + " ;;\n";
-    script += Middle;
+            script += "        " + BashQuoted(node->path + ':' + verb.name) +
+                      ") verb=" + BashQuoted(verb.path) + " ;;\n";
+    script += BashMiddle;
     for (CommandNode const* node : nodes)
         AddNode(script, *node, command);
-    return script + End;
+    return script + BashEnd;
 }
 
 } // namespace paramdb::tools

@@ -3,12 +3,12 @@
 namespace paramdb::tools {
 namespace {
 
-constexpr char Begin[] = R"sh(#compdef paramdb
+constexpr char ZshBegin[] = R"sh(#compdef paramdb
 # Completion of paramdb in zsh; `paramdb completion zsh` prints it.
 
 )sh";
 
-constexpr char End[] = R"sh(
+constexpr char ZshEnd[] = R"sh(
 if [[ $funcstack[1] == _paramdb ]]; then
     _paramdb "$@"
 else
@@ -17,7 +17,7 @@ fi
 )sh";
 
 // Within single quotes.
-std::string Quoted(std::string const& text) {
+std::string ZshQuoted(std::string const& text) {
     std::string quoted = "'";
     for (char const character : text)
         quoted += character == '\'' ? std::string("'\\''") : std::string(1, character);
@@ -61,8 +61,8 @@ std::string Spec(CommandOption const& option) {
         std::string head = name;
         if (!option.is_flag)
             head += name.starts_with("--") ? "=" : "+";
-        text +=
-            "        " + Quoted(repeated.empty() ? excluded + head + tail : repeated + head + tail) + " \\\n";
+        text += "        " + ZshQuoted(repeated.empty() ? excluded + head + tail : repeated + head + tail) +
+                " \\\n";
     }
     return text;
 }
@@ -72,9 +72,9 @@ std::string WordSpec(CommandNode const& node) {
     if (node.takes_files && node.word_values.empty())
         return "'*:file:_files'";
     if (node.takes_files)
-        return Quoted("*:word: _alternative \"words:word:" + values + "\" \"files:file:_files\"");
+        return ZshQuoted("*:word: _alternative \"words:word:" + values + "\" \"files:file:_files\"");
     if (!node.word_values.empty())
-        return Quoted("*:word:" + values);
+        return ZshQuoted("*:word:" + values);
     return "'*: : '";
 }
 
@@ -84,7 +84,7 @@ void AddFunction(std::string& script, CommandNode const& node, CommandNode const
     if (!node.verbs.empty()) {
         script += "    local -a verbs=(\n";
         for (CommandNode const& verb : node.verbs)
-            script += "        " + Quoted(Escaped(verb.name, ":") + ':' + Escaped(verb.about, "")) + '\n';
+            script += "        " + ZshQuoted(Escaped(verb.name, ":") + ':' + Escaped(verb.about, "")) + '\n';
         script += "    )\n";
     }
     script += "    _arguments -s -C \\\n";
@@ -115,11 +115,11 @@ void AddFunction(std::string& script, CommandNode const& node, CommandNode const
 } // namespace
 
 std::string ZshCompletion(CommandNode const& command) {
-    std::string script = Begin;
+    std::string script = ZshBegin;
     for (CommandNode const* node : AllNodes(command))
         AddFunction(script, *node, command);
     script.pop_back();
-    return script + End;
+    return script + ZshEnd;
 }
 
 } // namespace paramdb::tools

@@ -34,7 +34,7 @@ std::vector<std::string> FilesOf(std::string const& word) {
 }
 
 // What is wrong with the text as a limit; nothing if it is one.
-std::string WrongLimit(std::string const& text) {
+std::string WrongRowCount(std::string const& text) {
     std::size_t limit = 0;
     char const* const last = text.data() + text.size();
     auto const [end, fault] = std::from_chars(text.data(), last, limit);
@@ -66,7 +66,7 @@ public:
         verb.add_option("-n,--limit", m_limit,
                         "Show N differences of each table at most; 0 for all (default: 50, on a page 1000;\n"
                         "JSON has all)")
-            ->check(WrongLimit)
+            ->check(WrongRowCount)
             ->type_name("N");
         AddDiffFormatOption(verb);
         verb.footer(

@@ -1,4 +1,5 @@
 // `paramdb format`: parameter files in their canonical layout.
+#include "tools/file_path.h"
 #include "tools/report.h"
 #include "tools/rewrite/file_bytes.h"
 #include "tools/rewrite/layout.h"
@@ -15,8 +16,7 @@ namespace {
 
 bool IsRegularFile(std::string const& name) {
     std::error_code ignored;
-    return std::filesystem::is_regular_file(std::filesystem::path(std::u8string(name.begin(), name.end())),
-                                            ignored);
+    return std::filesystem::is_regular_file(PathOf(name), ignored);
 }
 
 class FormatVerb : public Verb {

@@ -3,6 +3,7 @@
 #include <paramdb/platform/framework/replace_file.h>
 
 #include "tools/drive_options.h"
+#include "tools/file_path.h"
 #include "tools/html_report/page.h"
 #include "tools/html_report/report_data.h"
 #include "tools/html_report/report_findings.h"
@@ -18,10 +19,6 @@
 
 namespace paramdb::tools {
 namespace {
-
-std::filesystem::path PathOf(std::string const& name) {
-    return std::u8string(name.begin(), name.end());
-}
 
 std::string Speed(std::string const& text) {
     auto const speed = FiniteNumber(text);

@@ -24,7 +24,7 @@ void AddPart(TextTable& table, char const* label, DrivePart const& part) {
     table.Add({label, part.id.id == -1 ? "none" : Shown(part.id), part.reason});
 }
 
-std::string Joined(std::string left, std::string_view separator, std::string_view right) {
+std::string JoinedPair(std::string left, std::string_view separator, std::string_view right) {
     return left.append(separator).append(right);
 }
 
@@ -68,8 +68,8 @@ struct BandColumns {
             cells.push_back(band.hz ? ShortNumber(band.hz->second) : "");
         }
         if (lines)
-            cells.push_back(band.lines ? Joined(std::to_string(band.lines->first), " to ",
-                                                std::to_string(band.lines->second))
+            cells.push_back(band.lines ? JoinedPair(std::to_string(band.lines->first), " to ",
+                                                    std::to_string(band.lines->second))
                                        : "");
         if (fault)
             cells.push_back(band.fault);
@@ -96,7 +96,7 @@ Json JsonBand(IntervalBand const& band, OrderMeaning const& meaning, std::size_t
 
 std::string FractionText(numeric::CRatio const& ratio) {
     return ratio.is_exact()
-               ? Joined(std::to_string(ratio.numerator()), "/", std::to_string(ratio.denominator()))
+               ? JoinedPair(std::to_string(ratio.numerator()), "/", std::to_string(ratio.denominator()))
                : "";
 }
 
@@ -104,7 +104,7 @@ std::string RatioText(SpeedRatio const& ratio) {
     if (ratio.value == 0)
         return "none";
     std::string const value = ShortNumber(ratio.value);
-    return ratio.fraction.is_exact() ? Joined(FractionText(ratio.fraction), ", ", value) : value;
+    return ratio.fraction.is_exact() ? JoinedPair(FractionText(ratio.fraction), ", ", value) : value;
 }
 
 Json RatioJson(SpeedRatio const& ratio) {

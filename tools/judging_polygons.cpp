@@ -27,11 +27,6 @@ private:
     Found m_found;
 };
 
-NamedId PolygonName(CQtParamInstance const& parameters, int number) {
-    auto const row = parameters.IpPolygon().find(number);
-    return {number, row != parameters.IpPolygon().end() ? row->second.get<"name">().c_str() : L""};
-}
-
 } // namespace
 
 std::vector<JudgingPolygon> JudgingPolygons(CQtParamInstance const& parameters, int parameter) {
@@ -48,7 +43,7 @@ std::vector<JudgingPolygon> JudgingPolygons(CQtParamInstance const& parameters, 
     std::vector<JudgingPolygon> polygons;
     for (auto const& [which, keys] : search.Result()) {
         auto const& [judge, source, polygon] = which;
-        polygons.push_back({.polygon = PolygonName(parameters, polygon),
+        polygons.push_back({.polygon = NamedPolygon(parameters, polygon),
                             .judge = NamedParameter(parameters, judge),
                             .source = NamedParameter(parameters, source),
                             .keys = keys,

@@ -149,7 +149,7 @@ std::string Examples(std::vector<std::string> const& examples) {
     return examples.empty() ? "" : ".PP\nExamples:\n" + Verbatim(examples);
 }
 
-std::string Verb(CommandNode const& node) {
+std::string VerbText(CommandNode const& node) {
     std::string page = ".SS " + Plain("paramdb " + node.path) + '\n';
     for (std::string const& usage : node.usage)
         page += (&usage == node.usage.data() ? "" : ".br\n") + ("\\fB" + Plain(usage)) + "\\fR\n";
@@ -182,7 +182,7 @@ std::string ManualPage(CommandNode const& command, std::string const& version) {
     page += ".SH SUBCOMMANDS\n";
     for (CommandNode const* node : AllNodes(command))
         if (node != &command)
-            page += Verb(*node);
+            page += VerbText(*node);
     page += ".SH EXIT STATUS\n" + Paragraph(command.notes.exit_codes).substr(4);
     return page + Surroundings;
 }

@@ -9,8 +9,6 @@
 
 namespace paramdb::tools {
 
-using Json = nlohmann::ordered_json;
-
 NamedId Named(CDynNameIdTable const& names, int id) {
     return {id, id == -1 ? L"" : names.Name(id)};
 }
@@ -19,6 +17,11 @@ NamedId NamedParameter(CQtParamInstance const& parameters, int id) {
     auto const row = parameters.InstrumentParam().find(id);
     bool const is_there = id != -1 && row != parameters.InstrumentParam().end();
     return {id, is_there ? row->second.get<"name">().c_str() : L""};
+}
+
+NamedId NamedPolygon(CQtParamInstance const& parameters, int number) {
+    auto const row = parameters.IpPolygon().find(number);
+    return {number, row != parameters.IpPolygon().end() ? row->second.get<"name">().c_str() : L""};
 }
 
 std::string Shown(NamedId const& id) {
@@ -30,12 +33,13 @@ std::string Shown(NamedId const& id) {
     return text;
 }
 
-Json ToJson(NamedId const& id) {
-    return id.id == -1 ? Json(nullptr) : Json({{"id", id.id}, {"name", JsonText(id.name)}});
+nlohmann::ordered_json ToJson(NamedId const& id) {
+    return id.id == -1 ? nlohmann::ordered_json(nullptr)
+                       : nlohmann::ordered_json({{"id", id.id}, {"name", JsonText(id.name)}});
 }
 
-Json JsonText(std::wstring_view text) {
-    return text.empty() ? Json(nullptr) : Json(ToUtf8(text));
+nlohmann::ordered_json JsonText(std::wstring_view text) {
+    return text.empty() ? nlohmann::ordered_json(nullptr) : nlohmann::ordered_json(ToUtf8(text));
 }
 
 } // namespace paramdb::tools

@@ -16,9 +16,10 @@ struct NamedId {
     std::wstring name;
 };
 
-// An id of a name table or an instrument parameter, with its name.
+// An id of a name table, an instrument parameter or a polygon, with its name.
 NamedId Named(CDynNameIdTable const& names, int id);
 NamedId NamedParameter(CQtParamInstance const& parameters, int id);
+NamedId NamedPolygon(CQtParamInstance const& parameters, int number);
 
 // "10 Input speed", the id alone if it has no name, nothing for none.
 std::string Shown(NamedId const& id);

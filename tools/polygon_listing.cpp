@@ -73,11 +73,6 @@ std::vector<Judged> CollectKeys(CQtParamInstance const& parameters, KeyPattern c
     return keys;
 }
 
-NamedId PolygonName(CQtParamInstance const& parameters, int number) {
-    auto const row = parameters.IpPolygon().find(number);
-    return {number, row != parameters.IpPolygon().end() ? row->second.get<"name">().c_str() : L""};
-}
-
 std::set<int> NumbersOf(CQtParamInstance const& parameters) {
     std::set<int> numbers;
     for (auto const& [key, point] : parameters.GroupInfo().Groups())
@@ -97,7 +92,7 @@ Listing Collect(CQtParamInstance const& parameters, KeyPattern const* pattern) {
     for (int const number : NumbersOf(parameters)) {
         if (pattern != nullptr && !used.contains(number))
             continue;
-        listing.polygons.push_back({PolygonName(parameters, number), !in_table.contains(number),
+        listing.polygons.push_back({NamedPolygon(parameters, number), !in_table.contains(number),
                                     parameters.GroupInfo().Group(number)});
     }
     return listing;

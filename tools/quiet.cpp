@@ -5,7 +5,7 @@
 namespace paramdb::tools {
 namespace {
 
-int Place() {
+int QuietPlace() {
     static int const place = std::ios_base::xalloc();
     return place;
 }
@@ -13,11 +13,11 @@ int Place() {
 } // namespace
 
 bool IsQuiet(std::ostream& stream) {
-    return stream.iword(Place()) != 0;
+    return stream.iword(QuietPlace()) != 0;
 }
 
 void SetQuiet(std::ostream& stream, bool is_quiet) {
-    stream.iword(Place()) = is_quiet ? 1 : 0;
+    stream.iword(QuietPlace()) = is_quiet ? 1 : 0;
 }
 
 } // namespace paramdb::tools

@@ -53,8 +53,8 @@ void FindSpeedSource(CQtParamInstance const& parameters, QIdx2 const& key, Rotor
     entry.signal = Named(parameters.ApplicationSignal(), signal);
 }
 
-RotorEntry EntryOf(CQtParamInstance const& parameters, QIdx2 const& key, QVRotorSpeeds const& row,
-                   SourcesOfRotors const& sources) {
+RotorEntry RotorEntryOf(CQtParamInstance const& parameters, QIdx2 const& key, QVRotorSpeeds const& row,
+                        SourcesOfRotors const& sources) {
     RotorEntry entry;
     entry.rotor = Named(parameters.Location(), key[1]);
     entry.ratio = row.get<"ratio">();
@@ -79,7 +79,7 @@ std::vector<PhysicalModeRotors> CollectRotors(CQtParamInstance const& parameters
             continue;
         if (list.empty() || list.back().physical_mode.id != key[0])
             list.push_back({Named(parameters.PhysMode(), key[0]), {}});
-        list.back().rotors.push_back(EntryOf(parameters, key, row, sources));
+        list.back().rotors.push_back(RotorEntryOf(parameters, key, row, sources));
     }
     return list;
 }

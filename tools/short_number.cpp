@@ -7,8 +7,6 @@
 namespace paramdb::tools {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 template <class Number>
 std::string TextOf(Number number) {
     if (std::isnan(number)) // its sign tells nothing
@@ -27,7 +25,7 @@ std::string ShortNumber(double number) {
     return TextOf(number);
 }
 
-Json JsonNumber(float number) {
+nlohmann::ordered_json JsonNumber(float number) {
     std::string const text = TextOf(number);
     if (!std::isfinite(number))
         return text;
@@ -36,8 +34,8 @@ Json JsonNumber(float number) {
     return wide;
 }
 
-Json JsonNumber(double number) {
-    return std::isfinite(number) ? Json(number) : Json(TextOf(number));
+nlohmann::ordered_json JsonNumber(double number) {
+    return std::isfinite(number) ? nlohmann::ordered_json(number) : nlohmann::ordered_json(TextOf(number));
 }
 
 } // namespace paramdb::tools

@@ -5,6 +5,7 @@
 #include <paramdb/storage/parameter_lake.h>
 
 #include "tools/databases.h"
+#include "tools/file_path.h"
 #include "tools/report.h"
 
 #include <CLI/CLI.hpp>
@@ -15,10 +16,6 @@
 
 namespace paramdb::tools {
 namespace {
-
-std::filesystem::path PathOf(std::string const& name) {
-    return std::u8string(name.begin(), name.end());
-}
 
 std::optional<std::uint64_t> ByteCount(std::string const& name) {
     std::error_code fault;

@@ -10,8 +10,8 @@
 namespace paramdb::tools {
 namespace {
 
-constexpr std::size_t MostSuggestions = 3;
-constexpr std::size_t ShortestPart = 3;
+constexpr std::size_t MostTags = 3;
+constexpr std::size_t ShortestTagPart = 3;
 
 // The tag without its brackets.
 std::string_view InnerOf(std::string_view tag) {
@@ -24,7 +24,7 @@ char Lower(char letter) {
 
 // Whether the name stands in the text and is long enough to tell something.
 bool Holds(std::string_view text, std::string_view part) {
-    if (part.size() < ShortestPart)
+    if (part.size() < ShortestTagPart)
         return false;
     auto const equal = [](char left, char right) { return Lower(left) == Lower(right); };
     return std::search(text.begin(), text.end(), part.begin(), part.end(), equal) != text.end();
@@ -102,7 +102,7 @@ std::vector<std::string> TagsLike(std::string_view name) {
     std::vector<std::string> tags;
     for (Candidate const& candidate : candidates) {
         bool const is_near = candidate.distance <= farthest;
-        if (tags.size() < MostSuggestions && (is_near || Holds(candidate.tag, name)))
+        if (tags.size() < MostTags && (is_near || Holds(candidate.tag, name)))
             tags.push_back(candidate.tag);
     }
     return tags;

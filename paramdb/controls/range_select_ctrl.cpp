@@ -11,7 +11,7 @@ constexpr int Highlight = 13;
 constexpr int HighlightText = 14;
 constexpr int ButtonFace = 15;
 
-constexpr int ColumnWidth = 90;
+constexpr int RangeColumnWidth = 90;
 
 } // namespace
 
@@ -33,7 +33,7 @@ template <unsigned int N>
 void CRangeSelectCtrl<N>::fill_header() {
     for (unsigned int list = 0; list < N; ++list) {
         if (m_mask[list])
-            InsertColumn(GetColumnCount(), col_head_names(list), LVCFMT_LEFT, ColumnWidth);
+            InsertColumn(GetColumnCount(), col_head_names(list), LVCFMT_LEFT, RangeColumnWidth);
     }
 }
 

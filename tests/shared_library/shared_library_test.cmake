@@ -76,7 +76,8 @@ set(build ${WORK_DIR}/build)
 set(prefix ${WORK_DIR}/prefix)
 if(TOOLCHAIN_FILE)
     # With a little inlining: the linker takes minutes over the sections of the tables without it.
-    set(compiler -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN_FILE} -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O1)
+    set(compiler -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN_FILE} -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O1
+                 -DPARAMDB_UNITY_BUILD=ON)
 else()
     set(compiler -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O0)
 endif()

@@ -4,7 +4,7 @@
 namespace paramdb::tools::check {
 namespace {
 
-constexpr Code List[] = {
+constexpr Code DerivedList[] = {
     {"P401", "inheritance-cycle", Severity::Error, "A channel inherits from itself",
      "Each channel takes over the flags of its parent in `<TChannelInheritance>`, and of its parent's "
      "parent. "
@@ -168,7 +168,7 @@ constexpr Code List[] = {
 } // namespace
 
 std::span<Code const> DerivedCodes() {
-    return List;
+    return DerivedList;
 }
 
 } // namespace paramdb::tools::check

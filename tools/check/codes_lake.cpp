@@ -4,7 +4,7 @@
 namespace paramdb::tools::check {
 namespace {
 
-constexpr Code List[] = {
+constexpr Code LakeList[] = {
     {"P101", "version-missing", Severity::Error, "The database version is missing",
      "A load looks at the version before it touches a table. A file, or the files of a merge together, need "
      "both "
@@ -211,7 +211,7 @@ constexpr Code List[] = {
 } // namespace
 
 std::span<Code const> LakeCodes() {
-    return List;
+    return LakeList;
 }
 
 } // namespace paramdb::tools::check

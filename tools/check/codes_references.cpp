@@ -4,7 +4,7 @@
 namespace paramdb::tools::check {
 namespace {
 
-constexpr Code List[] = {
+constexpr Code ReferencesList[] = {
     {"P301", "unknown-reference", Severity::Error, "A field refers to an id that does not exist",
      "The column holds ids of another table, which has no row of this id: there is no such trigger, source "
      "parameter, polygon and so on. -1 stands for none and is no reference. Nothing is told about ids of a "
@@ -58,7 +58,7 @@ constexpr Code List[] = {
 } // namespace
 
 std::span<Code const> ReferenceCodes() {
-    return List;
+    return ReferencesList;
 }
 
 } // namespace paramdb::tools::check

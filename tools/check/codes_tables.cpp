@@ -4,7 +4,7 @@
 namespace paramdb::tools::check {
 namespace {
 
-constexpr Code List[] = {
+constexpr Code TablesList[] = {
     {"P201", "row-with-colon", Severity::Error, "A colon makes a key of a row",
      "The first colon outside of quotes makes a line with a key. No table reads such lines: the row is gone "
      "without a "
@@ -81,7 +81,7 @@ constexpr Code List[] = {
 } // namespace
 
 std::span<Code const> TableCodes() {
-    return List;
+    return TablesList;
 }
 
 } // namespace paramdb::tools::check

@@ -2,6 +2,7 @@
 #include <paramdb/platform/core/utf8.h>
 
 #include "tools/check/check_report.h"
+#include "tools/file_path.h"
 #include "tools/report.h"
 
 #include <cstdio>
@@ -55,7 +56,7 @@ char const* ResultWord(LoadResult result) {
 
 // A file name as a URI: relative as it is, absolute with a scheme.
 std::string UriOf(std::string const& name) {
-    std::filesystem::path const path(std::u8string(name.begin(), name.end()));
+    std::filesystem::path const path = PathOf(name);
     std::u8string const generic = path.generic_u8string();
     std::string uri = path.is_absolute() ? generic.starts_with(u8'/') ? "file://" : "file:///" : "";
     for (char8_t const unit : generic) {

@@ -3,6 +3,7 @@
 #include <paramdb/platform/core/utf8.h>
 #include <paramdb/platform/framework/cfile.h>
 
+#include "tools/file_path.h"
 #include "tools/rewrite/file_bytes.h"
 #include "tools/rewrite/safe_write.h"
 
@@ -17,15 +18,6 @@ namespace paramdb::tools {
 namespace {
 
 namespace fs = std::filesystem;
-
-fs::path PathOf(std::string const& name) {
-    return std::u8string(name.begin(), name.end());
-}
-
-std::string NameOf(fs::path const& path) {
-    std::u8string const name = path.u8string();
-    return {name.begin(), name.end()};
-}
 
 // The path of a folder without a separator at its end, and with links followed if it exists.
 fs::path FolderPath(std::string const& name) {

@@ -20,7 +20,7 @@ using ParamDb::cell_t;
 // Integers up to here are the same in every reader, also in one that knows doubles alone.
 constexpr std::int64_t LargestNumber = (std::int64_t{1} << 53) - 1;
 
-std::string Quoted(std::string const& utf8) {
+std::string Quotation(std::string const& utf8) {
     return nlohmann::json(utf8).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
 }
 
@@ -39,15 +39,15 @@ std::optional<float> FloatOf(double value) {
 // A number of JSON, or a text where a reader would get another value from a number.
 std::string JsonText(cell_t const& cell) {
     if (auto const* const text = std::get_if<std::wstring>(&cell))
-        return Quoted(ToUtf8(*text));
+        return Quotation(ToUtf8(*text));
     std::string const number = NumberText(cell);
     return std::visit(
         [&number]<class T>(T const& value) -> std::string {
             if constexpr (std::is_same_v<T, std::int64_t>)
-                return value > LargestNumber || value < -LargestNumber ? Quoted(number) : number;
+                return value > LargestNumber || value < -LargestNumber ? Quotation(number) : number;
             if constexpr (std::is_floating_point_v<T>) {
                 if (!std::isfinite(value))
-                    return Quoted(number);
+                    return Quotation(number);
                 if (value == 0 && std::signbit(value))
                     return "-0.0"; // without a point it would be an integer, which has no sign at 0
             }
@@ -76,7 +76,7 @@ public:
         for (std::size_t text = 0; text < TextNames.size(); ++text)
             if (auto const& value = parameters.texts[text]) {
                 CheckText(std::string(TextNames[text].name), *value);
-                AddMember("texts", TextNames[text].name, Quoted(ToUtf8(*value)));
+                AddMember("texts", TextNames[text].name, Quotation(ToUtf8(*value)));
             }
         EndGroup();
         for (auto const& [table, rows] : parameters.tables)

@@ -112,7 +112,7 @@ char const* Word(RowChange change) {
     return "changed";
 }
 
-void PrintEntry(std::ostream& out, ShownEntry const& entry) {
+void PrintPageEntry(std::ostream& out, ShownEntry const& entry) {
     char const* const word = Word(entry.change);
     out << "<tr class=\"" << word << "\"><td class=\"mark\">" << word << "</td><td class=\"key\">"
         << Lines(entry.keys) << "</td><td>"
@@ -124,7 +124,7 @@ void PrintTable(std::ostream& out, ShownTable const& table, std::string const& a
         << "</h3>\n<table>\n<thead><tr><th scope=\"col\">Row</th><th scope=\"col\">Key</th>"
            "<th scope=\"col\">Fields, or from A to B</th></tr></thead>\n<tbody>\n";
     for (ShownEntry const& entry : table.entries)
-        PrintEntry(out, entry);
+        PrintPageEntry(out, entry);
     out << "</tbody>\n</table>\n";
     if (table.left_out > 0)
         out << "<p class=\"more\">" << Grouped(table.left_out) << " more; --limit 0 shows all</p>\n";
@@ -163,7 +163,7 @@ void PrintSummary(std::ostream& out, Comparison const& comparison) {
         out << "<ul>\n" << list << "</ul>\n";
 }
 
-void PrintHeader(std::ostream& out, Comparison const& comparison) {
+void PrintPageHeader(std::ostream& out, Comparison const& comparison) {
     if (comparison.header.empty())
         return;
     out << "<h2>Before the tables</h2>\n<table>\n<thead><tr><th scope=\"col\">Entry</th><th "
@@ -176,7 +176,7 @@ void PrintHeader(std::ostream& out, Comparison const& comparison) {
     out << "</tbody>\n</table>\n";
 }
 
-void PrintOverview(std::ostream& out, Comparison const& comparison) {
+void PrintPageOverview(std::ostream& out, Comparison const& comparison) {
     if (comparison.tables.empty())
         return;
     out << "<h2>Tables</h2>\n<table>\n<thead><tr><th scope=\"col\">Table</th>";
@@ -209,8 +209,8 @@ void PrintDiffPage(std::ostream& out, Comparison const& comparison, AnswerOption
            "<title>Differences of parameter files</title>\n<style>"
         << Style << "</style>\n</head>\n<body>\n<h1>Differences of parameter files</h1>\n";
     PrintSummary(out, comparison);
-    PrintHeader(out, comparison);
-    PrintOverview(out, comparison);
+    PrintPageHeader(out, comparison);
+    PrintPageOverview(out, comparison);
     PrintTables(out, comparison, comparison.tables, DifferencePart::Tables, limit);
     if (!comparison.answers.empty()) {
         out << "<h2>What follows, with rotors at " << ShortNumber(options.speed) << " Hz</h2>\n";

@@ -45,9 +45,9 @@ std::map<int, SpotsOfModes> CollectSpots(CQtParamInstance const& parameters) {
     return spots;
 }
 
-class Collector {
+class IntervalCollector {
 public:
-    Collector(RowTable& table, CQtParamInstance const& parameters, AnswerOptions const& options)
+    IntervalCollector(RowTable& table, CQtParamInstance const& parameters, AnswerOptions const& options)
         : m_table(table), m_parameters(parameters), m_calculation(parameters) {
         m_options.speed = options.speed;
         m_options.line_distance = options.line_distance;
@@ -164,7 +164,7 @@ RowColumns IntervalColumns() {
 }
 
 void CollectIntervals(RowTable& table, CQtParamInstance const& parameters, AnswerOptions const& options) {
-    Collector collector(table, parameters, options);
+    IntervalCollector collector(table, parameters, options);
     for (auto const& [parameter, modes] : CollectSpots(parameters))
         collector.Collect(parameter, modes);
     table.Sort();

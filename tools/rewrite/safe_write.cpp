@@ -3,6 +3,7 @@
 #include <paramdb/platform/core/utf8.h>
 #include <paramdb/platform/framework/replace_file.h>
 
+#include "tools/file_path.h"
 #include "tools/report.h"
 #include "tools/rewrite/file_bytes.h"
 
@@ -12,10 +13,6 @@
 
 namespace paramdb::tools {
 namespace {
-
-std::filesystem::path PathOf(std::string const& name) {
-    return std::u8string(name.begin(), name.end());
-}
 
 bool IsKept(std::filesystem::path const& path) {
     std::error_code ignored;

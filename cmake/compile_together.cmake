@@ -1,0 +1,18 @@
+# paramdb_compile_together(TARGET): where PARAMDB_UNITY_BUILD is on, up to ten sources of a folder make one
+# compilation, which parses their headers once. Sources are added to the target before the call, and keep the names
+# that they do not share with others apart from those of their folder.
+function(paramdb_compile_together target)
+    if(NOT PARAMDB_UNITY_BUILD)
+        return()
+    endif()
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_MODE GROUP)
+    get_target_property(sources ${target} SOURCES)
+    foreach(source IN LISTS sources)
+        get_filename_component(folder ${source} DIRECTORY)
+        string(MAKE_C_IDENTIFIER ${folder} group)
+        math(EXPR count "0${count_${group}} + 1")
+        set(count_${group} ${count})
+        math(EXPR part "(${count} - 1) / 10")
+        set_property(SOURCE ${source} PROPERTY UNITY_GROUP ${group}_${part})
+    endforeach()
+endfunction()
