@@ -11,37 +11,15 @@ namespace {
 
 constexpr int LowestId = std::numeric_limits<int>::min();
 
-// Where a parameter is measured.
-struct Spot {
-    int mode; // a base mode
-    int channel;
-    int location;
-    friend bool operator==(Spot const&, Spot const&) = default;
-};
-
-std::vector<Spot> SpotsOf(CQtParamInstance const& parameters, int parameter) {
-    std::vector<Spot> spots;
-    for (auto const& [key, row] : parameters.IpParamAndStore()) {
-        if (parameter == -1 || key[Clavis::qInstrParam] != parameter)
-            continue;
-        Spot const spot{parameters.VirtMode2BaseMode(key[Clavis::qMode]), key[Clavis::qChannel],
-                        key[Clavis::qLocation]};
-        if (spots.empty() || spots.back() != spot)
-            spots.push_back(spot);
-    }
-    return spots;
-}
-
 bool HasRotors(CQtParamInstance const& parameters, int mode) {
     int const physical_mode = parameters.PhysModeId(mode);
     auto const row = parameters.RotorSpeed().lower_bound({physical_mode, LowestId});
     return physical_mode != -1 && row != parameters.RotorSpeed().end() && row->first[0] == physical_mode;
 }
 
-// Whether it has events and a speed.
-bool GearTurns(CQtParamInstance const& parameters, int mode, int gear) {
-    return parameters.BaseOrder(mode, gear) != 0 &&
-           parameters.FrequencyRatioToGeneratingRotor(mode, gear, gear) != 0;
+bool IsMix(CQtParamInstance const& parameters, Spot const& spot) {
+    auto const flags = static_cast<unsigned int>(parameters.ChannelFlags(spot.mode, spot.channel));
+    return (flags & CQtParamInstance::mix_channel) != 0;
 }
 
 bool HasDimensions(CQtParamInstance const& parameters, int mode, int trigger) {
@@ -52,9 +30,9 @@ bool HasDimensions(CQtParamInstance const& parameters, int mode, int trigger) {
 
 class Chooser {
 public:
-    Chooser(CQtParamInstance const& parameters, DriveOptions const& options, DriveQuestion const& question)
-        : m_parameters(parameters), m_options(options), m_question(question),
-          m_spots(SpotsOf(parameters, question.parameter)) {}
+    Chooser(CQtParamInstance const& parameters, std::span<Spot const> spots, DriveOptions const& options,
+            DriveQuestion const& question)
+        : m_parameters(parameters), m_options(options), m_question(question), m_spots(spots) {}
 
     Drive Choose() {
         // Each part leans on the one before.
@@ -114,26 +92,16 @@ private:
         for (Spot const& spot : m_spots)
             if (spot.mode == base_mode && TakeRotorOf(spot))
                 return;
-        int const gear = m_drive.gear.id.id;
-        int source = m_parameters.RotorSpeedSource(mode, gear, true);
-        if (source == -1)
-            source = m_parameters.RotorSpeedSource(mode, RotorOfGear(m_parameters, mode, gear), true);
-        if (source != -1)
+        if (int const source = SpeedSourceOfGear(m_parameters, mode, m_drive.gear.id.id); source != -1)
             m_drive.rotor = {Location(source), "the speed source of the gear"};
     }
 
     bool TakeRotorOf(Spot const& spot) {
-        if (spot.location == -1)
-            return false;
-        auto const flags = static_cast<unsigned int>(m_parameters.ChannelFlags(spot.mode, spot.channel));
-        bool const is_mix = (flags & CQtParamInstance::mix_channel) != 0;
-        if (!is_mix && (flags & CQtParamInstance::sync_channel) == 0)
-            return false;
-        int const rotor = is_mix ? m_parameters.RotorSpeedSource(spot.mode, spot.location, true)
-                                 : RotorOfGear(m_parameters, spot.mode, spot.location);
+        int const rotor = RotorOfSpot(m_parameters, spot);
         if (rotor == -1)
             return false;
-        std::string reason = is_mix ? "the speed source of its channel " : "that of its channel ";
+        std::string reason =
+            IsMix(m_parameters, spot) ? "the speed source of its channel " : "that of its channel ";
         reason.append(Shown(Channel(spot.channel)));
         m_drive.rotor = {Location(rotor), std::move(reason)};
         return true;
@@ -142,15 +110,20 @@ private:
     CQtParamInstance const& m_parameters;
     DriveOptions const& m_options;
     DriveQuestion const& m_question;
-    std::vector<Spot> m_spots;
+    std::span<Spot const> m_spots;
     Drive m_drive;
 };
 
 } // namespace
 
+Drive ChooseDrive(CQtParamInstance const& parameters, MeasuredSpots const& spots, DriveOptions const& options,
+                  DriveQuestion const& question) {
+    return Chooser(parameters, spots.Of(question.parameter), options, question).Choose();
+}
+
 Drive ChooseDrive(CQtParamInstance const& parameters, DriveOptions const& options,
                   DriveQuestion const& question) {
-    return Chooser(parameters, options, question).Choose();
+    return ChooseDrive(parameters, MeasuredSpots(parameters, question.parameter), options, question);
 }
 
 int BaseOrderReference(CQtParamInstance const& parameters, int parameter) {
@@ -174,6 +147,27 @@ int RotorOfGear(CQtParamInstance const& parameters, int mode, int gear) {
             return rotor;
     }
     return parameters.OrderSource2Rotor(mode, gear);
+}
+
+int RotorOfSpot(CQtParamInstance const& parameters, Spot const& spot) {
+    if (spot.location == -1)
+        return -1;
+    if (IsMix(parameters, spot))
+        return parameters.RotorSpeedSource(spot.mode, spot.location, true);
+    auto const flags = static_cast<unsigned int>(parameters.ChannelFlags(spot.mode, spot.channel));
+    bool const is_sync = (flags & CQtParamInstance::sync_channel) != 0;
+    return is_sync ? RotorOfGear(parameters, spot.mode, spot.location) : -1;
+}
+
+int SpeedSourceOfGear(CQtParamInstance const& parameters, int mode, int gear) {
+    int const source = parameters.RotorSpeedSource(mode, gear, true);
+    return source != -1 ? source
+                        : parameters.RotorSpeedSource(mode, RotorOfGear(parameters, mode, gear), true);
+}
+
+bool GearTurns(CQtParamInstance const& parameters, int mode, int gear) {
+    return parameters.BaseOrder(mode, gear) != 0 &&
+           parameters.FrequencyRatioToGeneratingRotor(mode, gear, gear) != 0;
 }
 
 } // namespace paramdb::tools

@@ -10,11 +10,11 @@
 //   as much as possible of it holds, the gear counting most;
 // - the gear is the one asked for, else the rotor;
 // - the rotor is the one of the place where the parameter is measured if its channel is synchronous there,
-// and
-//   the one of the speed source if it is mixed; else the speed source of the gear.
+//   and the one of the speed source if it is mixed; else the speed source of the gear.
 #pragma once
 
 #include "tools/drive_options.h"
+#include "tools/measured_spots.h"
 #include "tools/named_id.h"
 
 #include <string>
@@ -39,6 +39,10 @@ struct Drive {
     DrivePart gear;
 };
 
+// The spots must be of these parameters and hold those of the one in question. Without them they are looked
+// up, which takes a pass over all keys.
+Drive ChooseDrive(CQtParamInstance const& parameters, MeasuredSpots const& spots, DriveOptions const& options,
+                  DriveQuestion const& question);
 Drive ChooseDrive(CQtParamInstance const& parameters, DriveOptions const& options,
                   DriveQuestion const& question);
 
@@ -48,5 +52,15 @@ int BaseOrderReference(CQtParamInstance const& parameters, int parameter);
 
 // The rotor on which a gear sits: of its physical gear if that one has a speed, else its own. -1 for none.
 int RotorOfGear(CQtParamInstance const& parameters, int mode, int gear);
+
+// The rotor whose turns orders count at a spot: in a synchronous channel that of the location, in a mixed one
+// that of its speed source. -1 for none, as in any other channel.
+int RotorOfSpot(CQtParamInstance const& parameters, Spot const& spot);
+
+// The speed source of a gear, or else of the rotor on which it sits; -1 for none.
+int SpeedSourceOfGear(CQtParamInstance const& parameters, int mode, int gear);
+
+// Whether a gear has events and a speed in a mode.
+bool GearTurns(CQtParamInstance const& parameters, int mode, int gear);
 
 } // namespace paramdb::tools

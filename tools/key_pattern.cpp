@@ -4,6 +4,7 @@
 
 #include "tools/report.h"
 #include "tools/table_names.h"
+#include "tools/wildcard_text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,30 +15,6 @@ namespace paramdb::tools {
 namespace {
 
 constexpr double Infinity = std::numeric_limits<double>::infinity();
-
-// Whether the whole text has the form in which * stands for any characters and ? for one.
-bool MatchesWildcards(std::wstring_view text, std::wstring_view form) {
-    std::size_t place = 0;
-    std::size_t at = 0;
-    // Where to go on after a mismatch: the last star takes one character more.
-    std::size_t star = std::wstring_view::npos;
-    std::size_t star_end = 0;
-    while (place < text.size()) {
-        if (at < form.size() && form[at] == L'*') {
-            star = at++;
-            star_end = place;
-        } else if (at < form.size() && (form[at] == L'?' || form[at] == text[place])) {
-            ++at;
-            ++place;
-        } else if (star != std::wstring_view::npos) {
-            at = star + 1;
-            place = ++star_end;
-        } else {
-            return false;
-        }
-    }
-    return form.find_first_not_of(L'*', at) == std::wstring_view::npos;
-}
 
 // A part of the pattern that knows where it stands.
 struct Part {

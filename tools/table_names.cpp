@@ -3,6 +3,8 @@
 #include <paramdb/platform/core/utf8.h>
 #include <paramdb/query/param_instance.h>
 
+#include "tools/case_fold.h"
+#include "tools/nearest_names.h"
 #include "tools/report.h"
 
 #include <algorithm>
@@ -30,29 +32,9 @@ bool Holds(std::string_view text, std::string_view part) {
     return std::search(text.begin(), text.end(), part.begin(), part.end(), equal) != text.end();
 }
 
-// How many letters have to be put in, left out, replaced or swapped with their neighbour to come from one
-// text to the other. Case does not count.
-std::size_t Distance(std::string_view from, std::string_view to) {
-    std::vector<std::size_t> before;
-    std::vector<std::size_t> last(to.size() + 1);
-    std::vector<std::size_t> current(to.size() + 1);
-    for (std::size_t column = 0; column <= to.size(); ++column)
-        current[column] = column;
-    for (std::size_t line = 1; line <= from.size(); ++line) {
-        before = last;
-        last = current;
-        current[0] = line;
-        for (std::size_t column = 1; column <= to.size(); ++column) {
-            auto const same = [&](std::size_t left, std::size_t right) {
-                return Lower(from[left - 1]) == Lower(to[right - 1]);
-            };
-            std::size_t const replaced = last[column - 1] + (same(line, column) ? 0 : 1);
-            current[column] = std::min({last[column] + 1, current[column - 1] + 1, replaced});
-            if (line > 1 && column > 1 && same(line, column - 1) && same(line - 1, column))
-                current[column] = std::min(current[column], before[column - 2] + 1);
-        }
-    }
-    return current[to.size()];
+// Of two texts in small letters.
+std::size_t Distance(std::wstring_view from, std::wstring_view to) {
+    return EditDistance(from, to, std::max(from.size(), to.size()));
 }
 
 } // namespace
@@ -81,6 +63,8 @@ std::vector<std::string> TagsLike(std::string_view name) {
         name.remove_suffix(1);
     std::size_t const limit = 2 + name.size() / 4;
 
+    std::wstring const wanted = FoldCase(FromUtf8(name));
+
     struct Candidate {
         std::size_t distance;
         std::string tag;
@@ -91,7 +75,9 @@ std::vector<std::string> TagsLike(std::string_view name) {
         std::string_view const inner = InnerOf(tag);
         if (name.empty() || name.size() > inner.size() + limit)
             continue;
-        std::size_t const distance = std::min(Distance(name, inner), Distance(name, inner.substr(1)));
+        std::wstring const folded = FoldCase(FromUtf8(inner));
+        std::size_t const distance =
+            std::min(Distance(wanted, folded), Distance(wanted, std::wstring_view(folded).substr(1)));
         if (distance <= limit || Holds(inner, name))
             candidates.push_back({distance, std::move(tag)});
     }
@@ -111,13 +97,9 @@ std::vector<std::string> TagsLike(std::string_view name) {
 std::string UnknownTable(std::string_view name, std::string_view fault) {
     std::string text = name.empty() ? "\"\"" : Printable(FromUtf8(name));
     text.append(": ").append(fault);
-    char const* separator = "; did you mean ";
     auto const tags = TagsLike(name);
-    for (std::string const& tag : tags) {
-        text.append(separator).append(tag);
-        separator = &tag == &tags.back() - 1 ? " or " : ", ";
-    }
-    text += tags.empty() ? "; `paramdb tables FILE...` lists them\n" : "?\n";
+    text += tags.empty() ? "; `paramdb tables FILE...` lists them" : DidYouMean(tags);
+    text += '\n';
     return text;
 }
 

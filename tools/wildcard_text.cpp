@@ -13,8 +13,9 @@ std::size_t UnitsAt(std::wstring_view text, std::size_t place) {
     return is_in(place, L'\xD800', L'\xDBFF') && is_in(place + 1, L'\xDC00', L'\xDFFF') ? 2 : 1;
 }
 
-// Whether the whole text has the form.
-bool Matches(std::wstring_view text, std::wstring_view form) {
+} // namespace
+
+bool MatchesWildcards(std::wstring_view text, std::wstring_view form) {
     std::size_t place = 0;
     std::size_t at = 0;
     // Where to go on after a mismatch: the last star takes one character more.
@@ -42,13 +43,11 @@ bool Matches(std::wstring_view text, std::wstring_view form) {
     return form.find_first_not_of(L'*', at) == std::wstring_view::npos;
 }
 
-} // namespace
-
 WildcardText::WildcardText(std::wstring_view text) : m_form(L'*' + FoldCase(text) + L'*') {}
 
 bool WildcardText::IsIn(std::wstring_view name) {
     FoldCase(name, m_name);
-    return Matches(m_name, m_form);
+    return MatchesWildcards(m_name, m_form);
 }
 
 } // namespace paramdb::tools

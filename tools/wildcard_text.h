@@ -1,4 +1,4 @@
-// Finding names by a part of them, as a person remembers it.
+// Names by a part of them, as a person remembers it, and texts by their form.
 #pragma once
 
 #include <string>
@@ -6,8 +6,11 @@
 
 namespace paramdb::tools {
 
-// A text to be found anywhere in a name, without regard to case (case_fold.h). In it * stands for any
-// characters and ? for one, also where that is a pair of surrogates.
+// Whether the whole text has the form, in which * stands for any characters and ? for one, also where that is
+// a pair of surrogates.
+bool MatchesWildcards(std::wstring_view text, std::wstring_view form);
+
+// A text with such wildcards to be found anywhere in a name, without regard to case (case_fold.h).
 class WildcardText {
 public:
     explicit WildcardText(std::wstring_view text);

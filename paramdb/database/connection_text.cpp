@@ -47,13 +47,29 @@ bool HoldsSecretWord(std::string_view text) {
     return false;
 }
 
-// Whether a text such as //user:word@host/name has a word behind its user.
+// Whether a text such as //user:word@host/name has a word behind its user, also one that should not stand
+// there as it is: with a slash or a question mark in it.
 bool HoldsSecretOfUser(std::string_view text) {
     if (!text.starts_with("//"))
         return false;
-    std::string_view const host = text.substr(2, text.find_first_of("/?", 2) - 2);
-    std::size_t const user_end = host.rfind('@');
-    return user_end != host.npos && host.substr(0, user_end).find(':') != host.npos;
+    std::string_view const user = text.substr(2, std::min(text.find('@'), text.size()) - 2);
+    bool const is_user = user.size() + 2 < text.size();
+    bool const is_option = user.find('/') != user.npos && user.find('=') != user.npos; // its value has the @
+    return is_user && !is_option && user.find(':') != user.npos;
+}
+
+// What the bytes are that %41 and the like stand for: the name of an option may be written so.
+std::string WithoutPercents(std::string_view text) {
+    std::string plain;
+    for (std::size_t place = 0; place < text.size(); ++place) {
+        unsigned byte = 0;
+        char const* const digits = text.data() + place + 1;
+        bool const is_byte = text[place] == '%' && place + 2 < text.size() &&
+                             std::from_chars(digits, digits + 2, byte, 16).ptr == digits + 2;
+        plain += is_byte ? static_cast<char>(byte) : text[place];
+        place += is_byte ? 2 : 0;
+    }
+    return plain;
 }
 
 bool IsControl(char byte) {
@@ -106,7 +122,8 @@ std::variant<ConnectionText, std::string> ParseConnectionText(std::string_view t
             return "the name of a file is missing behind sqlite3:";
         if (parameters.find('"') != parameters.npos)
             return "the name of a SQLite file holds no double quote";
-    } else if (HoldsSecretWord(parameters) || HoldsSecretOfUser(parameters)) {
+    } else if (HoldsSecretWord(parameters) || HoldsSecretWord(WithoutPercents(parameters)) ||
+               HoldsSecretOfUser(parameters)) {
         return "a connection holds no password: the environment (PGPASSWORD) or a password file does";
     }
     connection.parameters = parameters;

@@ -39,8 +39,8 @@ PARAMDB_DATABASE_API bool IsConnectionText(std::string_view text);
 // backslash follows, and its revision behind the last @ of that.
 PARAMDB_DATABASE_API std::variant<ConnectionText, std::string> ParseConnectionText(std::string_view text);
 
-// What is wrong with a name as the name of a set; empty if it is one: 1 to 100 characters, none of them a
-// control character or one of #, @, / and backslash.
+// What is wrong with a name as the name of a set; empty if it is one: 1 to 100 bytes, none of them a control
+// character or one of #, @, / and backslash.
 PARAMDB_DATABASE_API std::string SetNameFault(std::string_view name);
 
 } // namespace paramdb::database

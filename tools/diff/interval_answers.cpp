@@ -12,37 +12,25 @@
 #include <array>
 #include <limits>
 #include <map>
+#include <set>
+#include <span>
 #include <utility>
+#include <vector>
 
 namespace paramdb::tools {
 namespace {
 
-// Where a parameter is measured in a mode.
-struct Spot {
-    int channel;
-    int location;
-    friend bool operator==(Spot const&, Spot const&) = default;
-};
-
 // By base mode; the spots of each in the order of keys.
 using SpotsOfModes = std::map<int, std::vector<Spot>>;
 
-// All parameters with an order definition, with the spots of those that are measured.
-std::map<int, SpotsOfModes> CollectSpots(CQtParamInstance const& parameters) {
-    std::map<int, SpotsOfModes> spots;
-    for (int const instrument : {1001, 2001})
-        for (auto const& [key, row] : parameters.IpSvOfSpec().at(instrument))
-            spots[key[0]];
-    for (auto const& [key, row] : parameters.IpParamAndStore()) {
-        auto const found = spots.find(key[Clavis::qInstrParam]);
-        if (found == spots.end())
-            continue;
-        auto& list = found->second[parameters.VirtMode2BaseMode(key[Clavis::qMode])];
-        Spot const spot{key[Clavis::qChannel], key[Clavis::qLocation]};
+SpotsOfModes ByModes(std::span<Spot const> spots) {
+    SpotsOfModes modes;
+    for (Spot const& spot : spots) {
+        auto& list = modes[spot.mode];
         if (list.empty() || list.back() != spot)
             list.push_back(spot);
     }
-    return spots;
+    return modes;
 }
 
 class IntervalCollector {
@@ -80,8 +68,7 @@ private:
     int FindMode(int gear) const {
         auto const& modes = m_parameters.Mode();
         auto const found = std::find_if(modes.begin(), modes.end(), [&](auto const& mode) {
-            return m_parameters.BaseOrder(mode.first[0], gear) != 0 &&
-                   m_parameters.FrequencyRatioToGeneratingRotor(mode.first[0], gear, gear) != 0;
+            return GearTurns(m_parameters, mode.first[0], gear);
         });
         auto const chosen = found != modes.end() ? found : modes.begin();
         return chosen != modes.end() ? chosen->first[0] : -1;
@@ -90,24 +77,9 @@ private:
     // The rotor of the first spot that has one, else the speed source of the gear; -1 for none.
     int RotorOf(int mode, std::vector<Spot> const& spots, int gear) const {
         for (Spot const& spot : spots)
-            if (int const rotor = RotorAt(mode, spot); rotor != -1)
+            if (int const rotor = RotorOfSpot(m_parameters, spot); rotor != -1)
                 return rotor;
-        int const source = m_parameters.RotorSpeedSource(mode, gear, true);
-        return source != -1
-                   ? source
-                   : m_parameters.RotorSpeedSource(mode, RotorOfGear(m_parameters, mode, gear), true);
-    }
-
-    // Orders count turns of the rotor of the place in a synchronous channel, those of its speed source in a
-    // mixed one.
-    int RotorAt(int mode, Spot const& spot) const {
-        if (spot.location == -1)
-            return -1;
-        auto const flags = static_cast<unsigned int>(m_parameters.ChannelFlags(mode, spot.channel));
-        if ((flags & CQtParamInstance::mix_channel) != 0)
-            return m_parameters.RotorSpeedSource(mode, spot.location, true);
-        bool const is_sync = (flags & CQtParamInstance::sync_channel) != 0;
-        return is_sync ? RotorOfGear(m_parameters, mode, spot.location) : -1;
+        return SpeedSourceOfGear(m_parameters, mode, gear);
     }
 
     void AddBands(int mode, int parameter, int rotor, int gear, OrderMeaning const& meaning) {
@@ -165,8 +137,13 @@ RowColumns IntervalColumns() {
 
 void CollectIntervals(RowTable& table, CQtParamInstance const& parameters, AnswerOptions const& options) {
     IntervalCollector collector(table, parameters, options);
-    for (auto const& [parameter, modes] : CollectSpots(parameters))
-        collector.Collect(parameter, modes);
+    std::set<int> with_definition;
+    for (int const instrument : {1001, 2001})
+        for (auto const& [key, row] : parameters.IpSvOfSpec().at(instrument))
+            with_definition.insert(key[0]);
+    MeasuredSpots const spots(parameters);
+    for (int const parameter : with_definition)
+        collector.Collect(parameter, ByModes(spots.Of(parameter)));
     table.Sort();
 }
 

@@ -37,15 +37,16 @@ int ReferenceRotor(PhysicalModeRotors const& mode) {
     return rotor;
 }
 
-// Physical mode to reference rotor, and parameter to the first mode of each physical mode in which it is
-// measured; both looked up for every definition.
+// Physical mode to reference rotor, parameter to the first mode of each physical mode in which it is
+// measured, and to all its spots; looked up for every definition.
 struct Places {
+    MeasuredSpots spots;
     std::map<int, int> references;
     std::map<int, std::map<int, int>> modes;
 };
 
 Places FindPlaces(CQtParamInstance const& parameters) {
-    Places places;
+    Places places{MeasuredSpots(parameters), {}, {}};
     for (PhysicalModeRotors const& mode : CollectRotors(parameters, std::nullopt))
         places.references[mode.physical_mode.id] = ReferenceRotor(mode);
     int last_mode = -1;
@@ -106,7 +107,7 @@ private:
     }
 
     Json DrivesJson() const {
-        Drive const chosen = ChooseDrive(m_parameters, {}, m_question);
+        Drive const chosen = ChooseDrive(m_parameters, m_places.spots, {}, m_question);
         int const physical_mode = m_parameters.PhysModeId(chosen.mode.id.id);
         Json list = Json::array({DriveJson(chosen, physical_mode)});
         auto const modes = m_places.modes.find(m_parameter);
@@ -114,7 +115,8 @@ private:
             return list;
         for (auto const& [other, mode] : modes->second)
             if (other != physical_mode)
-                list.push_back(DriveJson(ChooseDrive(m_parameters, {.mode = mode}, m_question), other));
+                list.push_back(
+                    DriveJson(ChooseDrive(m_parameters, m_places.spots, {.mode = mode}, m_question), other));
         return list;
     }
 
