@@ -3,6 +3,7 @@
 #include <paramdb/storage/white_space.h>
 #include <paramdb/tables/line_reader.h>
 #include <paramdb/tables/number_text.h>
+#include <paramdb/tables/plain_fields.h>
 
 #include <algorithm>
 #include <string>
@@ -36,7 +37,7 @@ void ReportConversion(NumberFault fault, std::wstring const& conversion, std::ws
 }
 
 template <class Character>
-bool TakeText(std::basic_string_view<Character>& line, CFixedText& target) {
+bool TakeField(std::basic_string_view<Character>& line, CFixedText& target) {
     if (line.size() >= TextLimit)
         return false;
     auto const is_blank = [](Character character) { return IsWhiteSpace(character); };
@@ -52,31 +53,43 @@ bool TakeText(std::basic_string_view<Character>& line, CFixedText& target) {
     return true;
 }
 
-} // namespace
-
-template <class Character>
-bool ReadLine(std::basic_string_view<Character>& line, std::span<Field const> fields) {
-    for (Field const& field : fields) {
-        bool const good = field.Visit([&]<class T>(T& target) {
-            if constexpr (std::is_same_v<T, CFixedText>) {
-                return TakeText(line, target);
-            } else {
-                if (line.empty())
-                    return true;
-                NumberFault const fault = TakeNumber(line, target);
-                if (fault != NumberFault::None)
-                    ReportConversion(fault, Conversion<T>(), LakeText(line).wide());
-                return fault == NumberFault::None;
-            }
-        });
-        if (!good)
-            return false;
-    }
-    return true;
+template <class T, class Character>
+bool TakeField(std::basic_string_view<Character>& line, T& target) {
+    if (line.empty())
+        return true;
+    NumberFault const fault = TakeNumber(line, target);
+    if (fault != NumberFault::None)
+        ReportConversion(fault, Conversion<T>(), LakeText(line).wide());
+    return fault == NumberFault::None;
 }
 
-template bool ReadLine(std::string_view&, std::span<Field const>);
-template bool ReadLine(std::wstring_view&, std::span<Field const>);
+} // namespace
+
+bool ReadLine(std::wstring_view& line, std::span<Field const> fields) {
+    return std::all_of(fields.begin(), fields.end(), [&](Field const& field) {
+        return field.Visit([&](auto& target) { return TakeField(line, target); });
+    });
+}
+
+bool ReadLine(std::string_view& line, std::span<Field const> fields) {
+    PlainFields plain(line);
+    for (Field const& field : fields) {
+        bool const is_good = field.Visit([&]<class T>(T& target) {
+            if constexpr (!std::is_same_v<T, CFixedText>) {
+                if (plain.empty() || plain.Take(target))
+                    return true;
+            }
+            line = plain.Rest();
+            bool const is_taken = TakeField(line, target);
+            plain.SetRest(line);
+            return is_taken;
+        });
+        if (!is_good)
+            return false;
+    }
+    line = plain.Rest();
+    return true;
+}
 
 bool ReadCells(std::span<ParamDb::cell_t const> cells, std::span<Field const> fields, std::size_t& taken) {
     taken = 0;

@@ -14,11 +14,9 @@ namespace paramdb {
 // Reads the fields one after the other from the front of the line, and cuts what was read. False at the first
 // that cannot be read. A number that cannot be converted is reported (category 8, style 3); a text is refused
 // when 199 or more characters of the line remain before it. On an exhausted line a number keeps its value and
-// a text becomes empty. Character is char, for the bytes of a parameter file, or wchar_t.
-template <class Character>
-PARAMDB_API bool ReadLine(std::basic_string_view<Character>& line, std::span<Field const> fields);
-extern template bool ReadLine(std::string_view&, std::span<Field const>);
-extern template bool ReadLine(std::wstring_view&, std::span<Field const>);
+// a text becomes empty. The narrow line is one of a parameter file.
+PARAMDB_API bool ReadLine(std::string_view& line, std::span<Field const> fields);
+PARAMDB_API bool ReadLine(std::wstring_view& line, std::span<Field const> fields);
 
 // Reads the fields from the cells in order; `taken` counts the cells that were converted. False where the
 // cells run out or a text has 199 or more characters. Throws std::bad_variant_access for a cell of another

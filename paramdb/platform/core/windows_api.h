@@ -10,4 +10,6 @@
 #define NOMINMAX
 #endif
 #include <windows.h>
+#undef near
+#undef far
 #endif

@@ -1,9 +1,13 @@
 #include <paramdb/platform/core/tl_malloc.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <limits>
+#include <random>
+#include <vector>
 
 namespace {
 
@@ -23,6 +27,47 @@ TEST(TlMalloc, BlocksOfNoSizeAreDistinct) {
     EXPECT_NE(a, b);
     tl_free(a);
     tl_free(b);
+}
+
+TEST(TlMalloc, WhatCannotBeHadIsNull) {
+    EXPECT_EQ(tl_malloc(std::numeric_limits<std::size_t>::max()), nullptr);
+}
+
+// Blocks of every size come and go, and none touches another.
+TEST(TlMalloc, BlocksKeepTheirBytesWhileOthersComeAndGo) {
+    struct Block {
+        unsigned char* memory;
+        std::size_t size;
+        unsigned char fill;
+
+        bool IsWhole() const {
+            return std::all_of(memory, memory + size, [this](unsigned char byte) { return byte == fill; });
+        }
+    };
+    std::mt19937 random(7);
+    std::vector<Block> blocks;
+    for (int step = 0; step < 600; ++step) {
+        if (blocks.size() < 12 && random() % 3 != 0) {
+            static constexpr std::size_t sizes[] = {40,      200'000,   262'128,  262'144,
+                                                    700'000, 2'100'000, 5'000'000};
+            std::size_t const size = sizes[random() % std::size(sizes)] + random() % 100;
+            Block const block{static_cast<unsigned char*>(tl_malloc(size)), size,
+                              static_cast<unsigned char>(step)};
+            ASSERT_NE(block.memory, nullptr);
+            ASSERT_EQ(reinterpret_cast<std::uintptr_t>(block.memory) % 16, 0u);
+            std::memset(block.memory, block.fill, size);
+            blocks.push_back(block);
+        } else if (!blocks.empty()) {
+            std::swap(blocks[random() % blocks.size()], blocks.back());
+            ASSERT_TRUE(blocks.back().IsWhole()) << "step " << step;
+            tl_free(blocks.back().memory);
+            blocks.pop_back();
+        }
+    }
+    for (Block const& block : blocks) {
+        EXPECT_TRUE(block.IsWhole());
+        tl_free(block.memory);
+    }
 }
 
 TEST(TlMalloc, NullMayBeFreed) {
