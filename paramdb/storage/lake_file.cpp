@@ -2,6 +2,7 @@
 #include <paramdb/platform/core/line_end.h>
 #include <paramdb/platform/framework/cfile.h>
 #include <paramdb/storage/lake.h>
+#include <paramdb/storage/lake_linker.h>
 
 #include <algorithm>
 #include <cstring>
@@ -120,31 +121,39 @@ bool CLake::read(CString const& name) {
             --text.size;
         text.file = m_filename;
         SetLines(std::make_shared<paramdb::LakeBytes>(std::move(text)));
+    } else {
+        root().reset();
+        LinkRoot();
     }
-    root().reset();
-    LinkRoot();
     return complete;
 }
 
 void CLake::SetLines(paramdb::SharedLakeBytes bytes) {
     // Old lines are overwritten in place, so that the blocks of their nodes serve again. Their bytes are kept
-    // until no line refers to them any more.
+    // until no line refers to them any more. A line is linked at once, while the processor's cache has it.
     m_bytes.push_back(std::move(bytes));
     std::string_view const text = m_bytes.back()->text();
     char const* next = text.data();
     char const* const text_end = next + text.size();
+    root().reset();
+    root().set_collection(&m_collection);
+    paramdb::LakeLinker linker(root());
     iterator line = std::next(begin());
     for (; next != text_end && line != end(); ++line) {
         line->reset();
         line->set_line(paramdb::TakeLine(next, text_end));
         line->set_collection(&m_collection);
+        linker.Take(line);
     }
     m_collection.erase(line, end());
     while (next != text_end) {
-        CNode& node = m_collection.emplace_back();
-        node.set_line(paramdb::TakeLine(next, text_end));
-        node.set_collection(&m_collection);
+        line = m_collection.emplace(end());
+        line->set_line(paramdb::TakeLine(next, text_end));
+        line->set_collection(&m_collection);
+        linker.Take(line);
     }
+    linker.Finish(end());
+    root().m_section->section_end = end();
     m_bytes.erase(m_bytes.begin(), std::prev(m_bytes.end()));
 }
 

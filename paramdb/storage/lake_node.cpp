@@ -1,7 +1,6 @@
 #include <paramdb/storage/lake_node.h>
 
 #include <algorithm>
-#include <limits>
 #include <locale>
 #include <sstream>
 #include <stdexcept>
@@ -52,12 +51,6 @@ LakeText CLakeNode::key_text() const {
     return m_is_named ? first_bytes() : std::string_view();
 }
 
-LakeText CLakeNode::value_text() const {
-    if (!holds_bytes())
-        return std::wstring_view(wide().value);
-    return m_is_named ? second_bytes() : first_bytes();
-}
-
 LakeText CLakeNode::comment_text() const {
     if (!holds_bytes())
         return std::wstring_view(wide().comment);
@@ -93,23 +86,9 @@ void CLakeNode::reset() {
     m_level = -1;
 }
 
-void CLakeNode::set_line(paramdb::LakeLine const& line) {
-    std::string_view const first = line.key.empty() ? line.value : line.key;
-    std::string_view const second = line.key.empty() ? line.comment : line.value;
-    constexpr std::size_t longest = std::numeric_limits<std::uint32_t>::max();
-    constexpr std::uint32_t farthest = (std::uint32_t{1} << 30) - 1;
-    std::size_t const offset = second.empty() ? 0 : static_cast<std::size_t>(second.data() - first.data());
-    m_bytes = first.data();
-    m_is_named = !line.key.empty();
-    m_is_section = line.value == "{";
-    if (first.size() > longest || second.size() > longest || offset > farthest) {
-        delete m_texts.exchange(new WideTexts{LakeText(line.key).wide(), LakeText(line.value).wide(),
-                                              LakeText(line.comment).wide()});
-        return;
-    }
-    m_first_length = static_cast<std::uint32_t>(first.size());
-    m_second_offset = static_cast<std::uint32_t>(offset) & farthest;
-    m_second_length = static_cast<std::uint32_t>(second.size());
+void CLakeNode::keep_wide(paramdb::LakeLine const& line) {
+    delete m_texts.exchange(
+        new WideTexts{LakeText(line.key).wide(), LakeText(line.value).wide(), LakeText(line.comment).wide()});
 }
 
 void CLakeNode::copy_line(CLakeNode const& other) {

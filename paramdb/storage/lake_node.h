@@ -27,8 +27,9 @@
 
 class CLakeNodeProxy;
 namespace paramdb {
+class LakeLinker;
 class LineOrigins;
-}
+} // namespace paramdb
 
 class PARAMDB_API CLakeNode : private paramdb::NodeLinks {
 public:
@@ -58,7 +59,11 @@ public:
 
     // Views of the texts; valid while the node stays in its lake and the text is not assigned.
     paramdb::LakeText key_text() const;
-    paramdb::LakeText value_text() const;
+    paramdb::LakeText value_text() const {
+        if (!holds_bytes())
+            return std::wstring_view(wide().value);
+        return m_is_named ? second_bytes() : first_bytes();
+    }
     paramdb::LakeText comment_text() const;
 
     // True if the key is not empty.
@@ -120,6 +125,7 @@ public:
 private:
     friend class CLake;
     friend class CLakeNodeProxy;
+    friend class paramdb::LakeLinker;
     friend class paramdb::LineOrigins;
     friend class paramdb::NodeList<CLakeNode>;
     friend class paramdb::NodePosition<CLakeNode>;
@@ -147,7 +153,22 @@ private:
     // Back to the state of a new node, in its place in the list.
     void reset();
     // Takes the texts of a line, as views of bytes that the lake keeps, into a new node.
-    void set_line(paramdb::LakeLine const& line);
+    void set_line(paramdb::LakeLine const& line) {
+        m_is_named = !line.key.empty();
+        std::string_view const first = m_is_named ? line.key : line.value;
+        std::string_view const second = m_is_named ? line.value : line.comment;
+        std::size_t const offset =
+            second.empty() ? 0 : static_cast<std::size_t>(second.data() - first.data());
+        m_bytes = first.data();
+        m_is_section = line.value.size() == 1 && line.value.front() == '{';
+        if ((first.size() | second.size() | offset) > LongestBytes)
+            return keep_wide(line);
+        m_first_length = static_cast<std::uint32_t>(first.size());
+        m_second_offset = static_cast<std::uint32_t>(offset) & LongestBytes;
+        m_second_length = static_cast<std::uint32_t>(second.size());
+    }
+    // The same for a line too long for that; the node owns its texts then.
+    void keep_wide(paramdb::LakeLine const& line);
     // Makes this new node hold the texts, level and section flag of the other, and refer to the same bytes.
     // No list, no records.
     void copy_line(CLakeNode const& other);
@@ -158,12 +179,13 @@ private:
     void make_section();
     // Adds a line with this key before section_end and returns it.
     position insert(std::wstring const& key);
-    void begin_section(position first);
+    void begin_section();
     // Records a line as child and returns the child that its key names, or the line itself.
     position add_child(position line);
     void remove_line(position line);
 
     static Section const NoRecords;
+    static constexpr std::uint32_t LongestBytes = (std::uint32_t{1} << 30) - 1;
 
     list* m_collection = nullptr;
 

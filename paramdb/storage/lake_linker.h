@@ -1,0 +1,28 @@
+// Laying the tree of sections over the lines of a lake, one line after the other.
+#pragma once
+
+#include <paramdb/storage/lake_node.h>
+
+#include <vector>
+
+namespace paramdb {
+
+// A section may be nested as deep as the file has lines, so the open ones stand on a stack of its own.
+class LakeLinker {
+public:
+    // Empties the records of the root, which stands in a lake. The first line taken becomes its first child.
+    explicit LakeLinker(CLakeNode& root);
+
+    // Records the line, which follows the one before. Once the root is closed no line is taken, and the
+    // result is false.
+    bool Take(CLakeNode::position line);
+
+    // Ends every section that is open, and the root, at the position behind the last line taken.
+    void Finish(CLakeNode::position behind);
+
+private:
+    std::vector<CLakeNode*> m_open;
+    CLakeNode::position* m_wants_next; // takes the position of the next line
+};
+
+} // namespace paramdb
