@@ -1,4 +1,4 @@
-// Operations of a single node. The tree itself is tested in lake_link_test.cpp.
+// Operations of a single node. The tree itself is tested in lake_linker_test.cpp.
 #include <paramdb/storage/lake.h>
 #include <paramdb/storage/lake_node.h>
 
