@@ -34,12 +34,12 @@ void ExpectJson(Json const& found, char const* expected) {
 TEST_F(DiffJsonTest, NoDifference) {
     Json const document = Diff(SampleLake, SampleLake);
     EXPECT_EQ(m_out, "{\n"
-                     "  \"a\": {\"files\":[\"" +
-                         Name(u8"a.lake") +
-                         "\"],\"version\":{\"major\":216,\"minor\":1},\"rows\":9},\n"
-                         "  \"b\": {\"files\":[\"" +
-                         Name(u8"b.lake") +
-                         "\"],\"version\":{\"major\":216,\"minor\":1},\"rows\":9},\n"
+                     "  \"a\": {\"files\":[" +
+                         Json(Name(u8"a.lake")).dump() +
+                         "],\"version\":{\"major\":216,\"minor\":1},\"rows\":9},\n"
+                         "  \"b\": {\"files\":[" +
+                         Json(Name(u8"b.lake")).dump() +
+                         "],\"version\":{\"major\":216,\"minor\":1},\"rows\":9},\n"
                          "  \"equal\": true,\n"
                          "  \"summary\": {\"tables\":0,\"added\":0,\"removed\":0,\"changed\":0},\n"
                          "  \"header\": [],\n"
