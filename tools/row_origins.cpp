@@ -2,6 +2,8 @@
 
 #include "tools/row_buffer.h"
 
+#include <algorithm>
+#include <optional>
 #include <string>
 #include <unordered_map>
 
@@ -50,32 +52,74 @@ std::vector<CLakeNode const*> SideBySide(CatalogueEntry const& table, CLakeNode 
     return lines;
 }
 
+// A load writes the instruments of relative limits into their keys, so that these are not those of the lines
+// any more. The column; none in all other tables.
+std::optional<std::size_t> RewrittenColumn(TableDescription const& table) {
+    if (table.tag != std::wstring_view(L"<TRelativeLimit>"))
+        return std::nullopt;
+    return Clavis::qInstrument;
+}
+
 // Goes by the keys; of several rows with one key each gets its own line, in their order.
-std::vector<CLakeNode const*> ByKeys(CatalogueEntry const& table, CLakeNode const& section) {
+class LinesByKeys {
+public:
+    explicit LinesByKeys(CatalogueEntry const& table)
+        : m_table(table), m_rewritten(RewrittenColumn(*table.description)) {}
+
+    std::vector<CLakeNode const*> Find(CLakeNode const& section) {
+        GoodLines good(*m_table.description, section);
+        while (CLakeNode const* const line = good.Next())
+            Add(good.Key(), line);
+        std::vector<CLakeNode const*> result;
+        result.reserve(m_table.rows->RowCount());
+        m_table.rows->VisitRows([&](auto key, auto) {
+            Pack(key);
+            auto const found = m_lines.find(m_packed);
+            bool const has_line = found != m_lines.end() && found->second.taken < found->second.lines.size();
+            result.push_back(has_line ? found->second.lines[found->second.taken++].line : nullptr);
+            return true;
+        });
+        return result;
+    }
+
+private:
+    struct Line {
+        int rewritten; // what stood in the rewritten column, by which the rows are in their order
+        CLakeNode const* line;
+    };
     struct Lines {
-        std::vector<CLakeNode const*> lines;
+        std::vector<Line> lines;
         std::size_t taken = 0;
     };
-    std::unordered_map<std::string, Lines> lines_of;
-    std::string packed;
-    GoodLines good(*table.description, section);
-    while (CLakeNode const* const line = good.Next()) {
-        PackFields(good.Key(), packed);
-        Lines& lines = lines_of[packed];
-        if (lines.lines.empty() || !table.description->has_unique_keys)
-            lines.lines.push_back(line);
+
+    void Add(std::span<ConstField const> key, CLakeNode const* line) {
+        Pack(key);
+        std::vector<Line>& lines = m_lines[m_packed].lines;
+        int const rewritten = m_rewritten ? key[*m_rewritten].As<std::int32_t>() : 0;
+        auto const place =
+            std::upper_bound(lines.begin(), lines.end(), rewritten,
+                             [](int value, Line const& other) { return value < other.rewritten; });
+        bool const is_there = place != lines.begin() && place[-1].rewritten == rewritten;
+        if (!is_there || !m_table.description->has_unique_keys)
+            lines.insert(place, {rewritten, line});
     }
-    std::vector<CLakeNode const*> result;
-    result.reserve(table.rows->RowCount());
-    table.rows->VisitRows([&](auto key, auto) {
-        PackFields(key, packed);
-        auto const found = lines_of.find(packed);
-        bool const has_line = found != lines_of.end() && found->second.taken < found->second.lines.size();
-        result.push_back(has_line ? found->second.lines[found->second.taken++] : nullptr);
-        return true;
-    });
-    return result;
-}
+
+    // The key without the column that the load writes.
+    void Pack(std::span<ConstField const> key) {
+        if (!m_rewritten) {
+            PackFields(key, m_packed);
+            return;
+        }
+        std::vector<ConstField> fields(key.begin(), key.end());
+        fields.erase(fields.begin() + static_cast<std::ptrdiff_t>(*m_rewritten));
+        PackFields(fields, m_packed);
+    }
+
+    CatalogueEntry const& m_table;
+    std::optional<std::size_t> m_rewritten;
+    std::string m_packed;
+    std::unordered_map<std::string, Lines> m_lines;
+};
 
 } // namespace
 
@@ -85,7 +129,7 @@ RowOrigins::RowOrigins(CatalogueEntry const& table, CLake const& lake) {
     if (section.found() && section.position->is_section()) {
         m_lines = SideBySide(table, *section.position);
         if (m_lines.size() != table.rows->RowCount())
-            m_lines = ByKeys(table, *section.position);
+            m_lines = LinesByKeys(table).Find(*section.position);
     }
     m_lines.resize(table.rows->RowCount());
 }

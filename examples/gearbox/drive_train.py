@@ -212,12 +212,12 @@ class DriveTrain:
         for gear in self.gear_numbers:
             driving, driven = GEAR_TEETH[gear - 1]
             loose = "driven wheel loose" if gear <= LAST_FIXED_ON_INPUT else "driving wheel loose"
-            lines.append(f"  gear {gear}       {driving:2} / {driven:2}       {driven / driving:7.4f}   {loose}")
+            lines.append(f"gear {gear}       {driving:2} / {driven:2}       {driven / driving:7.4f}   {loose}")
         pinion, idler, wheel = REVERSE_TEETH
-        lines.append(f"  reverse      {pinion:2} / {idler:2} / {wheel:2}  {-wheel / pinion:7.4f}   over the idler")
+        lines.append(f"reverse      {pinion:2} / {idler:2} / {wheel:2}  {-wheel / pinion:7.4f}   over the idler")
         pinion, ring = FINAL_TEETH
-        lines.append(f"  final drive  {pinion:2} / {ring:2}       {ring / pinion:7.4f}")
+        lines.append(f"final drive  {pinion:2} / {ring:2}       {ring / pinion:7.4f}")
         lines.append("Ball bearings: balls, ball diameter / pitch diameter in mm:")
-        lines += [f"  {bearing.name:26} {bearing.balls:2}   {bearing.ball_diameter:2} / {bearing.pitch_diameter}"
+        lines += [f"{bearing.name:26} {bearing.balls:2}   {bearing.ball_diameter:2} / {bearing.pitch_diameter}"
                   for bearing in BEARINGS]
         return lines

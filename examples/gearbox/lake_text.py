@@ -22,8 +22,9 @@ def _number(value: float, column: Column) -> str:
 
 
 def _cell(value: Cell, column: Column) -> str:
+    """A field as `paramdb format` leaves it: a text has quotes where it needs them."""
     if column.type == "text":
-        return f'"{value}"'
+        return f'"{value}"' if not value or any(sign in value for sign in " :;{}") else value
     if column.type in ("float", "double"):
         return _number(float(value), column)
     return str(value)
@@ -39,15 +40,10 @@ def heading(title: str) -> str:
 
 
 def section(table: Table, rows: Rows) -> str:
-    """A table with its comment, rows sorted by key, columns aligned."""
+    """A table with its comment, rows sorted by key."""
     ordered = sorted(rows, key=lambda row: row[:len(table.key)])
     cells = [[_cell(value, column) for value, column in zip(row, table.columns, strict=True)] for row in ordered]
-    widths = [max(map(len, column), default=0) for column in zip(*cells)]
-    lines = []
-    for row in cells:
-        aligned = [text.ljust(width) if column.type == "text" else text.rjust(width)
-                   for text, width, column in zip(row, widths, table.columns)]
-        lines.append("\t" + " ".join(aligned).rstrip())
+    lines = ["\t" + " ".join(row) for row in cells]
     names = [" ".join(column.name for column in columns) for columns in (table.key, table.row)]
     about = comment([table.title, f"{names[0]} | {names[1]}"])
     return "\n" + about + f"{table.tag}: {{\n" + "".join(line + "\n" for line in lines) + f"}} ; {table.tag}\n"
@@ -112,11 +108,15 @@ def read_row(line: str, table: Table) -> tuple[Cell, ...]:
             if len(rest) >= 199:
                 raise ValueError(f"{len(rest)} characters are left where the text {column.name} begins, 198 may be")
             rest = rest.lstrip()
-            if not rest.startswith('"'):
-                raise ValueError(f"the text {column.name} is not quoted")
-            token, closing, rest = rest[1:].partition('"')
-            if not closing:
-                raise ValueError(f"the text {column.name} has no closing quote")
+            if rest.startswith('"'):
+                token, closing, rest = rest[1:].partition('"')
+                if not closing:
+                    raise ValueError(f"the text {column.name} has no closing quote")
+            else:
+                token, *others = rest.split(None, 1) or [""]
+                if not token:
+                    raise ValueError(f"the line ends before {column.name}")
+                rest = " " + others[0] if others else ""
             cells.append(token)
             continue
         if not rest.strip():

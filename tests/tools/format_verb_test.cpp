@@ -108,6 +108,13 @@ TEST_F(FormatVerbTest, TheExampleLoadsAsBefore) {
     EXPECT_EQ(after.err, before.err);
 }
 
+TEST_F(FormatVerbTest, TheExamplesAreInIt) {
+    std::string const folder = PARAMDB_SOURCE_DIR "/examples/gearbox/";
+    auto const run = RunCommand({"format", "--check", folder + "gearbox.lake", folder + "customer.lake"});
+    EXPECT_EQ(run.code, 0);
+    EXPECT_EQ(run.out + run.err, "");
+}
+
 #ifndef _WIN32
 TEST_F(FormatVerbTest, APipeIsReadButNotWritten) {
     std::string const pipe = Name(u8"pipe.lake");

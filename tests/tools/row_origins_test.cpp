@@ -1,3 +1,5 @@
+#include <paramdb/query/param_instance.h>
+
 #include "tests/support/messages.h"
 #include "tests/support/sources.h"
 #include "tools/row_buffer.h"
@@ -50,6 +52,22 @@ TEST_F(RowOriginsTest, RowsOfOneKeyHaveTheirOwn) {
 
 TEST_F(RowOriginsTest, LinesWithoutFields) {
     EXPECT_EQ(LinesOf("<TMode>: {\n; c\n1 a\n\n}\n", "Mode"), (Lines{L"", L"1 a"}));
+}
+
+// The load writes the instrument into their keys.
+TEST_F(RowOriginsTest, RelativeLimits) {
+    FillLake("<DbDesign.CacheVersion>: 216\n<DbDesign.CacheMinorVersion>: 1\n"
+             "<TInstrumentParam>: {\n7 1001 a 0 0 0\n8 1003 b 0 0 0\n}\n"
+             "<TRelativeLimit>: {\n-1 1003 -1 -1 8 -1 1 2\n-1 2500 -1 -1 7 -1 3 4\n-1 -1 -1 -1 7 -1 5 6\n"
+             "-1 -1 -1 -1 7 -1 7 8\n-1 1001 -1 -1 8 -1 9 10\n}\n");
+    CQtParamInstance const parameters;
+    CQtParamInstance().ReadTablesFromCandidateLake();
+    RowOrigins const origins(EntryOf(*FindTable("RelativeLimit")), CParameterLake::Lake());
+    Lines lines;
+    for (std::size_t row = 0; row < parameters.RelativeLimit().size(); ++row)
+        lines.push_back(origins.Line(row) != nullptr ? origins.Line(row)->value() : L"-");
+    EXPECT_EQ(lines, (Lines{L"-1 -1 -1 -1 7 -1 5 6", L"-1 1001 -1 -1 8 -1 9 10", L"-1 1003 -1 -1 8 -1 1 2",
+                            L"-1 2500 -1 -1 7 -1 3 4"}));
 }
 
 TEST_F(RowOriginsTest, RowsThatWereAddedHaveNone) {

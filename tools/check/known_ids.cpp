@@ -39,10 +39,22 @@ IdTable::IdTable(CheckContext const& context, CheckedTable const& table, std::st
         if (m_ids.empty() || m_ids.back() != id)
             m_ids.push_back(id);
     });
+    constexpr std::size_t most_bits_for_each = 256;
+    if (m_ids.empty())
+        return;
+    auto const range = static_cast<std::size_t>(std::int64_t{m_ids.back()} - m_ids.front()) + 1;
+    if (range / most_bits_for_each > m_ids.size())
+        return;
+    m_is_there.resize(range);
+    for (int const id : m_ids)
+        m_is_there[static_cast<std::size_t>(std::int64_t{id} - m_ids.front())] = true;
 }
 
 bool IdTable::Contains(std::int64_t id) const {
-    return std::binary_search(m_ids.begin(), m_ids.end(), id);
+    if (m_is_there.empty())
+        return std::binary_search(m_ids.begin(), m_ids.end(), id);
+    return id >= m_ids.front() && id <= m_ids.back() &&
+           m_is_there[static_cast<std::size_t>(id - m_ids.front())];
 }
 
 std::vector<NamedId> const& IdTable::NamedRows() const {

@@ -36,7 +36,8 @@ private:
     CheckedTable const* m_table;
     std::string m_tag;
     std::string_view m_names;
-    std::vector<int> m_ids; // ascending
+    std::vector<int> m_ids;       // ascending
+    std::vector<bool> m_is_there; // from the lowest id to the highest; empty where they lie far apart
     mutable bool m_has_names = false;
     mutable std::vector<NamedId> m_named;
 };

@@ -8,8 +8,10 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <utility>
 
 namespace paramdb::tools::check {
@@ -23,6 +25,33 @@ constexpr std::array<char16_t, 32> Windows1252{
 
 bool IsControl(unsigned char byte) {
     return (byte < 0x20 && byte != '\t') || (byte >= 0x7F && byte < 0xA0);
+}
+
+// Whether a line holds nothing but printable ASCII behind the tabs at its begin, and its quotes go in pairs.
+// Eight bytes at a time, since nearly every line is like that.
+bool IsPlainLine(std::string_view line) {
+    constexpr std::uint64_t ones = 0x0101010101010101U;
+    constexpr std::uint64_t highs = ones * 0x80U;
+    line.remove_prefix(std::min(line.find_first_not_of('\t'), line.size()));
+    std::uint64_t strange = 0;
+    std::uint64_t quotes = 0; // of the quotes at each place in the eight, whether their number is odd
+    auto const look_at = [&](std::uint64_t eight) {
+        // A byte from 0x80 on, below 0x20, or 0x7F sets its highest bit; a carry comes from one of those.
+        strange |= eight | (eight - ones * 0x20U) | (eight + ones);
+        std::uint64_t const others = (eight ^ ones * 0x22U) & ~highs;
+        quotes ^= ~(others + ~highs) & highs;
+    };
+    std::uint64_t eight = 0;
+    for (; line.size() >= sizeof eight; line.remove_prefix(sizeof eight)) {
+        std::memcpy(&eight, line.data(), sizeof eight);
+        look_at(eight);
+    }
+    if (!line.empty()) {
+        eight = ones * 0x20U;
+        std::memcpy(&eight, line.data(), line.size());
+        look_at(eight);
+    }
+    return (strange & highs) == 0 && std::popcount(quotes) % 2 == 0;
 }
 
 std::string Hexadecimal(unsigned value, int digits) {
@@ -84,7 +113,8 @@ public:
 
 private:
     void Scan(std::string_view line) {
-        // Without branches, since nearly every line is fine.
+        if (IsPlainLine(line))
+            return;
         unsigned strange = 0;
         unsigned quotes = 0;
         for (char const character : line) {
