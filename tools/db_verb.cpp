@@ -9,6 +9,7 @@
 #include "tools/databases.h"
 #include "tools/db/database_options.h"
 #include "tools/db/db_reports.h"
+#include "tools/db/set_file.h"
 #include "tools/db/table_sources.h"
 #include "tools/last_words.h"
 #include "tools/loading.h"
@@ -83,30 +84,38 @@ private:
     ReportFormat m_format = ReportFormat::Text;
 };
 
-// `paramdb db import`: fetches a revision, checks it on the way and keeps a local copy of it.
+// `paramdb db import`: fetches a revision, checks it on the way, keeps a local copy and writes it as a file.
 class ImportVerb : public Verb {
 public:
     CLI::App& AddTo(CLI::App& command) override {
         CLI::App& verb = *command.add_subcommand(
-            "import", "Read a revision, report what is wrong with it and keep a local copy");
+            "import",
+            "Read a revision, report what is wrong with it, keep a local copy and write it as a file");
         AddConnection(verb, m_connection);
         AddFormatOption(verb, m_format);
         db::AddTimeOutAndCache(verb);
+        verb.add_option("-o,--output", m_output,
+                        "A parameter file to write: lake, sea or JSON by its extension, CSV for a folder")
+            ->type_name("OUT");
+        verb.add_flag("--force", m_force, "Replace the tables in a folder OUT that holds some already");
         verb.add_flag("--strict", m_strict, "Let a single fault in the data make the import fail");
         verb.footer(
-            Footer("  paramdb db import \"postgresql:host=db1 dbname=bench#gearbox\" --cache gearbox.copy\n"
+            Footer("  paramdb db import sqlite3:bench.db#gearbox@3 -o gearbox_3.lake\n"
+                   "  paramdb db import \"postgresql:host=db1 dbname=bench#gearbox\" --cache gearbox.copy\n"
                    "  paramdb load sqlite3:gearbox.copy\n"));
         return verb;
     }
 
     ExitCode Run(std::ostream& out, std::ostream& err) override {
+        if (!m_output.empty() && !db::MayWriteSet(m_output, m_force, err))
+            return ExitCode::NoLoad;
         MessageCollector const messages(err);
         ParamDb::CDbTableSet set;
         auto const import = ParamDb::ImportTables(FromUtf8(m_connection), set,
                                                   {.timeout = OptionsOfRun().timeout,
                                                    .strict = m_strict,
                                                    .local_copy = FromUtf8(OptionsOfRun().local_copy)});
-        if (!import)
+        if (!import || (!m_output.empty() && !db::WriteSet(m_output, m_connection, set, err)))
             return ExitCode::NoLoad;
         db::PrintImport(out, *import, m_format);
         return import->faults > 0 ? ExitCode::Findings : ExitCode::Clean;
@@ -114,7 +123,9 @@ public:
 
 private:
     std::string m_connection;
+    std::string m_output;
     ReportFormat m_format = ReportFormat::Text;
+    bool m_force = false;
     bool m_strict = false;
 };
 

@@ -20,7 +20,8 @@ struct Fetched {
     CDbTableSet set = {};
 };
 
-Fetched Fetch(ConnectionText const& connection, std::chrono::seconds timeout, Report& report) {
+// The report is a copy: what it has counted goes with an attempt that fails.
+Fetched Fetch(ConnectionText const& connection, std::chrono::seconds timeout, Report report) {
     auto const open = [&] { return OpenSession(connection, Access::Read, timeout); };
     auto const session = open();
     Transaction transaction(*session, Access::Read);
@@ -28,6 +29,7 @@ Fetched Fetch(ConnectionText const& connection, std::chrono::seconds timeout, Re
     Fetched fetched;
     fetched.set = ReadRevision(*session, found.id, open, report);
     fetched.import.revision = std::move(found.revision);
+    fetched.import.faults = report.faults();
     transaction.Commit();
     return fetched;
 }
@@ -40,7 +42,9 @@ std::optional<Fetched> FetchLocalCopy(ConnectionText const& connection, ImportOp
         report.Note("Import from '" + connection.Place() + "' failed: " + reason + ". The local copy '" +
                     file + "' is used: revision " + std::to_string(copy.revision.number) + " of set '" +
                     ToUtf8(copy.revision.set) + "', copied " + copy.copied);
-        return Fetched{{.revision = std::move(copy.revision), .is_local_copy = true}, std::move(copy.set)};
+        return Fetched{
+            {.revision = std::move(copy.revision), .is_local_copy = true, .faults = report.faults()},
+            std::move(copy.set)};
     } catch (DatabaseFault const& fault) {
         report.Fail(reason + ". The local copy '" + file + "' cannot be used: " + fault.what());
         return std::nullopt;
@@ -62,7 +66,7 @@ std::optional<Fetched> FetchAnywhere(ConnectionText const& connection, ImportOpt
 void KeepLocalCopy(ConnectionText const& connection, ImportOptions const& options, Fetched const& fetched,
                    Report& report) {
     std::string const file = ToUtf8(options.local_copy);
-    if (report.faults() > 0)
+    if (fetched.import.faults > 0)
         return report.Note("The local copy '" + file + "' stays as it is, since the import had faults");
     try {
         WriteLocalCopy(file, connection, fetched.import.revision, fetched.set, options.timeout);
@@ -91,14 +95,13 @@ std::optional<Import> ImportTables(std::wstring const& text, CDbTableSet& set, I
     auto fetched = FetchAnywhere(*connection, options, report);
     if (!fetched)
         return std::nullopt;
-    if (options.strict && report.faults() > 0) {
-        report.Fail(Count(report.faults(), "fault") + " in the data");
+    if (options.strict && fetched->import.faults > 0) {
+        report.Fail(Count(fetched->import.faults, "fault") + " in the data");
         return std::nullopt;
     }
     if (!options.local_copy.empty() && !fetched->import.is_local_copy)
         KeepLocalCopy(*connection, options, *fetched, report);
     set = std::move(fetched->set);
-    fetched->import.faults = report.faults();
     return std::move(fetched->import);
 }
 

@@ -11,6 +11,7 @@
 #include <charconv>
 #include <cmath>
 #include <soci/postgresql/soci-postgresql.h>
+#include <system_error>
 
 namespace paramdb::database {
 namespace {
@@ -292,9 +293,13 @@ public:
     Dialect dialect() const override { return Dialect::Postgres; }
 
     void Connect() override {
-        SociSession::Connect();
-        m_is_connected = true;
-        m_watch = std::make_unique<Watch>(PQsocket(Connection()), m_timeout + Grace);
+        try {
+            ConnectWithin(ConnectingTime());
+            m_is_connected = true;
+            m_watch = std::make_unique<Watch>(PQsocket(Connection()), m_timeout + Grace);
+        } catch (std::system_error const& error) {
+            throw DatabaseFault(FaultKind::Other, error.what()); // the system has no thread to give
+        }
         auto const milliseconds = [](std::chrono::seconds time) {
             return std::to_string(time.count() * 1000);
         };
@@ -347,6 +352,15 @@ protected:
     }
 
 private:
+    // The client library has a time of its own for each address, at least two seconds, but none for finding
+    // the addresses of a name nor for the statement that SOCI sends as soon as it is let in.
+    std::chrono::seconds ConnectingTime() const {
+        constexpr std::chrono::seconds least(2);
+        constexpr int addresses = 2; // of a name: an old one and a new one
+        auto const hosts = 1 + std::count(parameters().begin(), parameters().end(), ',');
+        return std::max(m_timeout, least) * addresses * hosts + Grace;
+    }
+
     PGconn* Connection() const {
         auto* const backend = const_cast<PostgresSession*>(this)->sql().get_backend();
         return static_cast<soci::postgresql_session_backend*>(backend)->conn_;

@@ -7,7 +7,7 @@
 // Nothing here throws because of a database: what fails is reported (PrWin::Output, category 8) and shows in
 // the result. Style 3 tells of a fault in the data, with table, column, key and value; style 4 of an
 // operation that was given up; style 1 of what one should know. No message holds a password. Nothing waits
-// for ever.
+// for ever; a backend other than those of SQLite and PostgreSQL keeps the times of its own driver.
 //
 // Any thread may call, as long as no two work on the same table set.
 #pragma once

@@ -5,6 +5,8 @@
 #include <charconv>
 #include <cmath>
 #include <deque>
+#include <future>
+#include <thread>
 #include <utility>
 
 namespace paramdb::database {
@@ -260,7 +262,19 @@ SociSession::SociSession(std::string backend, std::string parameters, std::strin
     : m_backend(std::move(backend)), m_parameters(std::move(parameters)), m_place(std::move(place)) {}
 
 void SociSession::Connect() {
-    Guard([this] { m_sql.open(m_backend, m_parameters); });
+    Guard([this] { m_sql->open(m_backend, m_parameters); });
+}
+
+void SociSession::ConnectWithin(std::chrono::seconds patience) {
+    std::packaged_task<std::unique_ptr<soci::session>()> task(
+        [backend = m_backend, parameters = m_parameters] {
+            return std::make_unique<soci::session>(backend, parameters);
+        });
+    auto session = task.get_future();
+    std::thread(std::move(task)).detach();
+    if (session.wait_for(patience) != std::future_status::ready)
+        throw DatabaseFault(FaultKind::Away, "no answer within " + std::to_string(patience.count()) + " s");
+    Guard([&] { m_sql = session.get(); });
 }
 
 void SociSession::Guard(std::function<void()> const& action) {
@@ -303,10 +317,10 @@ std::string SociSession::TextOf(soci::soci_error const& error) const {
 void SociSession::Execute(std::string const& statement_text, SqlParameters const& parameters) {
     Guard([&] {
         if (parameters.empty()) {
-            m_sql << statement_text;
+            *m_sql << statement_text;
             return;
         }
-        soci::statement statement(m_sql);
+        soci::statement statement(*m_sql);
         BoundParameters const bound(statement, parameters);
         statement.alloc();
         statement.prepare(statement_text);
@@ -321,7 +335,7 @@ std::vector<Session::TextRow> SociSession::Query(std::string const& query, std::
     Guard([&] {
         std::vector<std::string> values(columns);
         std::vector<soci::indicator> indicators(columns);
-        soci::statement statement(m_sql);
+        soci::statement statement(*m_sql);
         for (std::size_t column = 0; column < columns; ++column)
             statement.exchange(soci::into(values[column], indicators[column]));
         BoundParameters const bound(statement, parameters);
@@ -340,20 +354,20 @@ std::vector<Session::TextRow> SociSession::Query(std::string const& query, std::
 }
 
 void SociSession::BeginReading() {
-    Guard([this] { m_sql.begin(); });
+    Guard([this] { m_sql->begin(); });
 }
 
 void SociSession::BeginWriting() {
-    Guard([this] { m_sql.begin(); });
+    Guard([this] { m_sql->begin(); });
 }
 
 void SociSession::Commit() {
-    Guard([this] { m_sql.commit(); });
+    Guard([this] { m_sql->commit(); });
 }
 
 void SociSession::Rollback() noexcept {
     try {
-        Guard([this] { m_sql.rollback(); });
+        Guard([this] { m_sql->rollback(); });
     } catch (std::exception const&) {
         // The connection is gone, and the transaction with it.
     }

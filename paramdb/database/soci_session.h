@@ -31,7 +31,7 @@ public:
     // Runs what talks to the database. Faults of SOCI become those of this library.
     void Guard(std::function<void()> const& action);
 
-    soci::session& sql() { return m_sql; }
+    soci::session& sql() { return *m_sql; }
 
 protected:
     // What a fault of SOCI means.
@@ -42,16 +42,18 @@ protected:
     virtual void BeginWaiting() {}
     virtual void EndWaiting() noexcept {}
 
+    // Connects in a thread of its own and gives up when that takes longer: the connection is then left to the
+    // thread, which closes it whenever it comes about.
+    void ConnectWithin(std::chrono::seconds patience);
+
     std::string const& parameters() const { return m_parameters; }
     std::string const& place() const { return m_place; }
 
 private:
-    void ConnectTo();
-
     std::string m_backend;
     std::string m_parameters;
     std::string m_place; // for messages
-    soci::session m_sql;
+    std::unique_ptr<soci::session> m_sql = std::make_unique<soci::session>();
 };
 
 // SELECT of the columns of a table, in key order, for the revision :p1.

@@ -140,6 +140,44 @@ TEST_F(DbVerb, Import) {
     EXPECT_NE(run.out.find("Idle"), std::string::npos);
 }
 
+TEST_F(DbVerb, ImportIntoAFile) {
+    ExportTwo();
+    std::string const revision = Place() + "#gearbox@1";
+    auto const dump = Run({"dump", Name(u8"a.lake")}).out;
+    for (std::string const name : {"out.lake", "out.sea", "out.json", "out.csv"}) {
+        SCOPED_TRACE(name);
+        std::string const out = Folder() + "/" + name;
+        auto const run = Run({"db", "import", revision, "-o", out});
+        EXPECT_EQ(run.err, "");
+        EXPECT_EQ(run.code, 0);
+        EXPECT_NE(run.out.find("Tables    3 with 9 rows\n"), std::string::npos) << run.out;
+        std::string const lake = Folder() + "/back.lake";
+        ASSERT_EQ(Run({"convert", out, lake, "--force"}).code, 0);
+        EXPECT_EQ(Run({"dump", lake}).out, dump);
+        std::filesystem::remove(lake);
+    }
+
+    auto run = Run({"db", "import", revision, "-o", "out.txt"});
+    EXPECT_EQ(run.code, 2);
+    EXPECT_EQ(run.err,
+              "paramdb: out.txt: the name tells no kind of file: .lake, .sea, .json, or a folder for CSV\n");
+    run = Run({"db", "import", revision, "-o", Folder() + "/out.csv"});
+    EXPECT_EQ(run.code, 2);
+    EXPECT_EQ(run.err,
+              "paramdb: " + Folder() + "/out.csv: is not empty; --force replaces the tables in it\n");
+    EXPECT_EQ(Run({"db", "import", revision, "-o", Folder() + "/out.csv", "--force"}).code, 0);
+    // A lake has no room for every text.
+    test_support::RunSql(Place(), "DROP TRIGGER \"TMode_UPDATE\"; UPDATE \"TMode\" SET name = '\xE2\x82\xAC' "
+                                  "WHERE mode = 1 AND revision_id = 1");
+    std::filesystem::remove(Name(u8"out.lake"));
+    run = Run({"db", "import", revision, "-o", Name(u8"out.lake")});
+    EXPECT_EQ(run.code, 2);
+    EXPECT_EQ(run.err,
+              "paramdb: " + revision + ": <TMode>, row 1, name: the character U+20AC cannot be in a lake\n");
+    EXPECT_FALSE(std::filesystem::exists(Name(u8"out.lake")));
+    EXPECT_EQ(Run({"db", "import", revision, "-o", Name(u8"euro.json")}).code, 0);
+}
+
 TEST_F(DbVerb, ImportOfFaultyData) {
     ExportTwo();
     test_support::RunSql(Place(), "DROP TRIGGER \"TMode_DELETE\"; DELETE FROM \"TMode\" WHERE mode = 1");

@@ -66,6 +66,23 @@ protected:
 
     PostgresServer& server() { return PostgresServer::Object(); }
 
+    // A socket that listens at some port of the loopback interface.
+    static int Listen() {
+        int const socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        EXPECT_EQ(bind(socket, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
+        EXPECT_EQ(listen(socket, 5), 0);
+        return socket;
+    }
+    static std::string PortOf(int socket) {
+        sockaddr_in address{};
+        socklen_t size = sizeof address;
+        EXPECT_EQ(getsockname(socket, reinterpret_cast<sockaddr*>(&address), &size), 0);
+        return std::to_string(ntohs(address.sin_port));
+    }
+
     // Does something to the server at a random moment of an action, again and again, until it has failed in
     // time twice. The action answers whether it came through.
     template <class Action, class Hit>
@@ -188,15 +205,8 @@ TEST_F(ServerBreakdown, Locked) {
 
 // A port where somebody listens and says nothing.
 TEST_F(ServerBreakdown, Silent) {
-    int const socket = ::socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof address;
-    ASSERT_EQ(bind(socket, reinterpret_cast<sockaddr*>(&address), size), 0);
-    ASSERT_EQ(listen(socket, 5), 0);
-    ASSERT_EQ(getsockname(socket, reinterpret_cast<sockaddr*>(&address), &size), 0);
-    std::string const port = std::to_string(ntohs(address.sin_port));
+    int const listener = Listen();
+    std::string const port = PortOf(listener);
     std::wstring const connection =
         paramdb::FromUtf8("postgresql:host=127.0.0.1 user=x dbname=x port=" + port);
     auto const start = std::chrono::steady_clock::now();
@@ -206,7 +216,32 @@ TEST_F(ServerBreakdown, Silent) {
     EXPECT_EQ(TakeFailure(L"ParamDb::ImportTables(): Import from '" + connection + L"' failed: "),
               "connection to server at \"127.0.0.1\", port " + port + " failed: timeout expired\n");
     EXPECT_EQ(Difference(set, SmallSet()), "");
-    close(socket);
+    close(listener);
+}
+
+// Somebody who lets in and then says nothing any more.
+TEST_F(ServerBreakdown, SilentOnceInside) {
+    int const listener = Listen();
+    std::string const port = PortOf(listener);
+    int client = -1;
+    std::thread greeter([listener, &client] {
+        client = accept(listener, nullptr, nullptr);
+        char question[1024];
+        EXPECT_GT(read(client, question, sizeof question), 0);
+        // "Nobody asks for a password" and "ready".
+        constexpr char answer[] = {'R', 0, 0, 0, 8, 0, 0, 0, 0, 'Z', 0, 0, 0, 5, 'I'};
+        EXPECT_EQ(write(client, answer, sizeof answer), static_cast<ssize_t>(sizeof answer));
+    });
+    std::wstring const connection = paramdb::FromUtf8(
+        "postgresql:host=127.0.0.1 user=x dbname=x sslmode=disable gssencmode=disable port=" + port);
+    auto const start = std::chrono::steady_clock::now();
+    EXPECT_FALSE(ExportTables(SmallSet(), connection + L"#a", {.timeout = 1s}));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 15s);
+    EXPECT_EQ(TakeFailure(L"ParamDb::ExportTables(): Export to '" + connection + L"' failed: "),
+              "no answer within 6 s\n");
+    greeter.join();
+    close(client); // which ends the connection that was given up, too
+    close(listener);
 }
 
 TEST_F(ServerBreakdown, WrongDatabaseAndUser) {

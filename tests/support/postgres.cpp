@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <arpa/inet.h>
+#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstdint>
@@ -182,33 +183,57 @@ std::string PostgresServer::NewDatabase() {
     return "postgresql:" + Address(m_port, name);
 }
 
-// To the server and all that it has started.
-void PostgresServer::Signal(int signal) const {
-    if (m_process <= 0)
-        return;
-    kill(m_process, signal);
+// The server and all that it has started.
+std::vector<pid_t> PostgresServer::Processes() const {
+    std::vector<pid_t> processes{m_process};
     std::string const process = std::to_string(m_process);
     std::ifstream children("/proc/" + process + "/task/" + process + "/children");
     for (pid_t child = 0; children >> child;)
-        kill(child, signal);
+        processes.push_back(child);
+    return processes;
 }
 
 // SIGQUIT makes the server end at once all that runs, and itself, without writing anything down.
 void PostgresServer::Kill() {
     if (m_process <= 0)
         return;
-    Signal(SIGCONT);
+    Continue();
     kill(m_process, SIGQUIT);
     waitpid(m_process, nullptr, 0);
     m_process = -1;
 }
 
+// The system would end the server with this program, but what it has started would sleep on. So another
+// process waits for the end of this one, or for the server to be woken up.
 void PostgresServer::Stop() {
-    Signal(SIGSTOP);
+    int ends[2];
+    if (m_waker > 0 || pipe2(ends, O_CLOEXEC) != 0)
+        throw std::runtime_error("the server cannot be sent to sleep");
+    kill(m_process, SIGSTOP); // starts nothing from now on
+    auto const processes = Processes();
+    m_waker = fork();
+    if (m_waker == 0) {
+        setsid();
+        close(ends[1]);
+        char byte;
+        while (read(ends[0], &byte, 1) < 0 && errno == EINTR) {
+        }
+        for (pid_t const process : processes)
+            kill(process, SIGCONT);
+        _exit(0);
+    }
+    close(ends[0]);
+    m_waker_pipe = ends[1];
+    for (pid_t const process : processes)
+        kill(process, SIGSTOP);
 }
 
 void PostgresServer::Continue() {
-    Signal(SIGCONT);
+    if (m_waker <= 0)
+        return;
+    close(m_waker_pipe);
+    waitpid(m_waker, nullptr, 0);
+    m_waker = -1;
 }
 
 } // namespace test_support

@@ -1,12 +1,14 @@
 // A PostgreSQL server of its own on the loopback interface, for one test program.
 //
 // It runs as the user that the program has, or as `postgres` where that is root, which the server refuses.
-// Its files lie in a folder that goes away with it. It ends with the program, also if that crashes.
+// Its files lie in a folder that goes away with it. It ends with the program, also if that crashes, and also
+// if it is asleep then.
 #pragma once
 
 #include <cstdint>
 #include <string>
 #include <sys/types.h>
+#include <vector>
 
 namespace test_support {
 
@@ -34,12 +36,14 @@ private:
     PostgresServer();
     ~PostgresServer();
 
-    void Signal(int signal) const;
+    std::vector<pid_t> Processes() const;
 
     std::string m_folder;
     int m_port;
     int m_databases = 0;
     pid_t m_process = -1;
+    pid_t m_waker = -1; // a process that wakes the server up when this program ends
+    int m_waker_pipe = -1;
 };
 
 // Runs statements at a PostgreSQL connection or a SQLite file behind the back of the library, and gives the
