@@ -1,5 +1,6 @@
 // `paramdb convert`: parameters from one kind of file to another.
 #include "tools/convert/conversion.h"
+#include "tools/databases.h"
 #include "tools/report.h"
 #include "tools/rewrite/file_bytes.h"
 #include "tools/rewrite/message_list.h"
@@ -31,6 +32,7 @@ public:
             ->required()
             ->type_name("");
         verb.add_option("OUT", m_output, "The file or folder to write")->required()->type_name("");
+        AddDatabaseOptions(verb);
         AddKindOption(verb, "--from", m_from, "The kind of IN (default: as its name tells)");
         AddKindOption(verb, "--to", m_to, "The kind of OUT (default: as its name tells)");
         verb.add_option("--drop", m_dropped,

@@ -23,6 +23,10 @@ std::optional<Sources> ReadTableSources(std::vector<std::string> const& names, s
     return db::ReadTableSources(names, err);
 }
 
+std::optional<std::string> ReadRevisionAsLake(std::string const& connection, std::ostream& err) {
+    return db::ReadRevisionAsLake(connection, err);
+}
+
 std::unique_ptr<Verb> MakeDatabaseVerb() {
     return MakeDbVerb();
 }
@@ -40,6 +44,10 @@ bool IsConnection(std::string const&) {
 void AddDatabaseOptions(CLI::App&) {}
 
 std::optional<Sources> ReadTableSources(std::vector<std::string> const&, std::ostream&) {
+    return std::nullopt;
+}
+
+std::optional<std::string> ReadRevisionAsLake(std::string const&, std::ostream&) {
     return std::nullopt;
 }
 

@@ -30,6 +30,10 @@ void AddDatabaseOptions(CLI::App& verb);
 // process-wide lake is empty afterwards.
 std::optional<Sources> ReadTableSources(std::vector<std::string> const& names, std::ostream& err);
 
+// A revision as the text of a lake, for verbs that work on lines. None, with the reason on `err`, if it
+// cannot be read.
+std::optional<std::string> ReadRevisionAsLake(std::string const& connection, std::ostream& err);
+
 // The verb `paramdb db`; null in a build without databases.
 std::unique_ptr<Verb> MakeDatabaseVerb();
 

@@ -1,4 +1,5 @@
 // `paramdb format`: parameter files in their canonical layout.
+#include "tools/databases.h"
 #include "tools/file_path.h"
 #include "tools/report.h"
 #include "tools/rewrite/file_bytes.h"
@@ -25,6 +26,7 @@ public:
         CLI::App& verb =
             *command.add_subcommand("format", "Rewrite parameter files in their canonical layout");
         verb.add_option("FILE", m_files, "Parameter files, each by itself")->required()->type_name("");
+        AddDatabaseOptions(verb);
         CLI::Option* const check = verb.add_flag(
             "--check", m_check, "Write nothing, and print the names of files that are not in that layout");
         verb.add_flag("--stdout", m_to_output, "Print the one FILE in its layout and leave it as it is")

@@ -240,6 +240,44 @@ TEST_F(DbVerb, RevisionsBesideFiles) {
     EXPECT_EQ(Run({"load", other, lake}).code, 2);
 }
 
+// Verbs that look at the lines of files take a revision as the file that an import into a file makes.
+TEST_F(DbVerb, RevisionsAsLines) {
+    std::string const lake = File(u8"a.lake", SampleLake + "<TRelativeLimit>: {\n\t1 77 1 1 1 1 1 2\n}\n");
+    std::string const revision = Place() + "#gearbox@1";
+    EXPECT_LT(Run({"db", "export", lake, Place() + "#gearbox"}).code, 2);
+    std::string const file = Name(u8"file.lake");
+    ASSERT_LT(Run({"db", "import", revision, "-o", file}).code, 2);
+    auto const with_its_name = [&](std::string text) {
+        for (auto place = text.find(file); place != text.npos; place = text.find(file))
+            text.replace(place, file.size(), revision);
+        return text;
+    };
+
+    auto const of_file = Run({"check", file});
+    auto const of_revision = Run({"check", revision});
+    EXPECT_EQ(of_revision.out, with_its_name(of_file.out));
+    EXPECT_EQ(of_revision.err, with_its_name(of_file.err));
+    EXPECT_EQ(of_revision.code, of_file.code);
+    EXPECT_NE(of_revision.out.find(revision + ":"), std::string::npos) << of_revision.out;
+
+    std::string const merged = Name(u8"merged.lake");
+    EXPECT_EQ(Run({"merge", revision, "-o", merged}).code, 0);
+    EXPECT_EQ(Run({"diff", revision, merged}).code, 0);
+    std::string const json = Name(u8"c.json");
+    EXPECT_EQ(Run({"convert", revision, json}).code, 0);
+    EXPECT_EQ(Run({"convert", json, Name(u8"c.lake")}).code, 0);
+    EXPECT_EQ(Run({"diff", revision, Name(u8"c.lake")}).code, 0);
+    EXPECT_EQ(Run({"format", "--stdout", revision}).out, Run({"format", "--stdout", file}).out);
+    EXPECT_EQ(Run({"report", revision, "-o", Name(u8"r.html")}).code,
+              Run({"report", file, "-o", Name(u8"f.html")}).code);
+
+    for (std::string const verb : {"check", "format"}) {
+        auto const run = Run({verb, Place() + "#none"});
+        EXPECT_EQ(run.code, 2) << verb;
+        EXPECT_NE(run.err.find("there is no set 'none'"), std::string::npos) << run.err;
+    }
+}
+
 TEST_F(DbVerb, Diff) {
     ExportTwo();
     std::string const changed = std::regex_replace(SampleLake, std::regex("Warm up"), "Warm");

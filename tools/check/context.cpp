@@ -3,6 +3,7 @@
 #include <paramdb/platform/core/utf8.h>
 #include <paramdb/storage/parameter_lake.h>
 
+#include "tools/check/revision_files.h"
 #include "tools/report.h"
 #include "tools/table_names.h"
 
@@ -13,12 +14,17 @@ namespace paramdb::tools::check {
 
 std::unique_ptr<CheckContext> CheckContext::Make(std::vector<std::string> const& files, std::ostream& err) {
     std::unique_ptr<CheckContext> context(new CheckContext);
-    auto load = LoadFiles(files, err, [&](int category, int style, std::wstring const& text) {
+    RevisionFiles const lakes(files, err);
+    if (!lakes.IsGood())
+        return nullptr;
+    auto load = LoadFiles(lakes.Names(), err, [&](int category, int style, std::wstring const& text) {
         context->m_messages.push_back({category, style, text});
     });
     if (!load)
         return nullptr;
     context->m_load = std::move(*load);
+    for (std::size_t file = 0; file < files.size(); ++file)
+        context->m_load.sources.files[file].name = files[file];
     context->m_origins = std::make_unique<LineOrigins>(context->Lake());
     context->m_outline = MakeOutline(context->Lake(), *context->m_origins);
     for (CatalogueEntry const& entry : context->m_parameters.Entries())

@@ -42,7 +42,8 @@ struct LoadMessage {
 
 class CheckContext {
 public:
-    // Reads and loads the files into the process-wide lake and tables. Null if one of them is at fault, of
+    // Reads and loads the files into the process-wide lake and tables. A revision in a database counts as the
+    // file that holds the same. Null if one of them is at fault, of
     // which `err` is told.
     static std::unique_ptr<CheckContext> Make(std::vector<std::string> const& files, std::ostream& err);
 

@@ -3,15 +3,16 @@
 #include <paramdb/platform/core/utf8.h>
 #include <paramdb/platform/framework/cfile.h>
 
+#include "tools/databases.h"
 #include "tools/file_path.h"
 #include "tools/rewrite/file_bytes.h"
 #include "tools/rewrite/safe_write.h"
+#include "tools/temporary_folder.h"
 
 #include <algorithm>
 #include <filesystem>
 #include <map>
 #include <ostream>
-#include <random>
 #include <system_error>
 
 namespace paramdb::tools {
@@ -64,51 +65,24 @@ std::optional<FolderBytes> ReadFolder(std::string const& name, std::ostream& err
     return files;
 }
 
-// A new folder beside another path, gone with all its files at the end unless it was moved.
-class TemporaryFolder {
-public:
-    TemporaryFolder(fs::path const& target, std::error_code& fault) {
-        std::random_device random;
-        constexpr int most_tries = 100;
-        for (int attempt = 0; attempt < most_tries; ++attempt) {
-            m_path = target.parent_path() / (".paramdb-" + std::to_string(random()) + ".tmp");
-            if (fs::create_directory(m_path, fault) || fault)
-                return;
-        }
-        m_path.clear(); // another one's
-        fault = std::make_error_code(std::errc::file_exists);
+// Lets a new folder take the place of the target, which keeps its own if it has one and that fails.
+void Move(fs::path const& folder, fs::path const& target, std::error_code& fault) {
+    std::error_code ignored;
+    if (!fs::exists(target, ignored)) {
+        fs::rename(folder, target, fault);
+        return;
     }
-    TemporaryFolder(TemporaryFolder const&) = delete;
-    TemporaryFolder& operator=(TemporaryFolder const&) = delete;
-    ~TemporaryFolder() {
-        std::error_code ignored;
-        fs::remove_all(m_path, ignored);
-    }
-
-    fs::path const& path() const { return m_path; }
-
-    // Takes the target's place. The old folder, if there is one, keeps its place where that fails.
-    void MoveTo(fs::path const& target, std::error_code& fault) const {
-        std::error_code ignored;
-        if (!fs::exists(target, ignored)) {
-            fs::rename(m_path, target, fault);
-            return;
-        }
-        fs::path old = m_path;
-        old += ".old";
-        fs::rename(target, old, fault);
-        if (fault)
-            return;
-        fs::rename(m_path, target, fault);
-        if (fault)
-            fs::rename(old, target, ignored);
-        else
-            fs::remove_all(old, ignored);
-    }
-
-private:
-    fs::path m_path;
-};
+    fs::path old = folder;
+    old += ".old";
+    fs::rename(target, old, fault);
+    if (fault)
+        return;
+    fs::rename(folder, target, fault);
+    if (fault)
+        fs::rename(old, target, ignored);
+    else
+        fs::remove_all(old, ignored);
+}
 
 // Writes through to the medium. Throws CFileException.
 void WriteNewFile(std::string const& name, std::string_view bytes) {
@@ -123,7 +97,7 @@ void WriteNewFile(std::string const& name, std::string_view bytes) {
 bool WriteFolder(std::string const& target, FolderBytes const& files, std::ostream& err) {
     fs::path const path = FolderPath(target);
     std::error_code fault;
-    TemporaryFolder const temporary(path, fault);
+    TemporaryFolder const temporary(path.parent_path(), fault);
     if (fault)
         return Complain(err, target, fault.message());
     try {
@@ -132,13 +106,15 @@ bool WriteFolder(std::string const& target, FolderBytes const& files, std::ostre
     } catch (CFileException const& error) {
         return Complain(err, target, error.what());
     }
-    temporary.MoveTo(path, fault);
+    Move(temporary.path(), path, fault);
     return !fault || Complain(err, target, fault.message());
 }
 
 } // namespace
 
 std::optional<FileKind> KindOfName(std::string const& name) {
+    if (IsConnection(name))
+        return FileKind::Lake;
     std::error_code ignored;
     if (fs::is_directory(PathOf(name), ignored) || !PathOf(name).has_filename())
         return FileKind::Csv;
@@ -159,6 +135,10 @@ std::optional<FormContent> ReadContent(FileKind kind, std::string const& name, s
         }
         auto files = ReadFolder(name, err);
         return files ? std::optional<FormContent>(*std::move(files)) : std::nullopt;
+    }
+    if (IsConnection(name)) {
+        auto lake = ReadRevisionAsLake(name, err);
+        return lake ? std::optional<FormContent>(*std::move(lake)) : std::nullopt;
     }
     std::string reason;
     auto bytes = ReadFileBytes(name, reason);

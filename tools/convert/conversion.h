@@ -11,7 +11,8 @@
 
 namespace paramdb::tools {
 
-// The kind that a name tells: by its extension, or CSV for a folder and for a name that ends as one.
+// The kind that a name tells: by its extension, or CSV for a folder and for a name that ends as one. A
+// revision in a database is read as a lake.
 std::optional<FileKind> KindOfName(std::string const& name);
 
 // A file, or the files of a folder.

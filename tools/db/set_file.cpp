@@ -29,6 +29,15 @@ ParameterSet ParametersOf(ParamDb::CDbTableSet const& set) {
     return parameters;
 }
 
+// False if there are none.
+bool TellFaults(std::string const& source, std::vector<std::string> const& faults, std::ostream& err) {
+    for (std::size_t index = 0; index < std::min(faults.size(), MostToldFaults); ++index)
+        err << "paramdb: " << ShownName(source) << ": " << faults[index] << '\n';
+    if (faults.size() > MostToldFaults)
+        err << "paramdb: " << ShownName(source) << ": and " << faults.size() - MostToldFaults << " more\n";
+    return !faults.empty();
+}
+
 } // namespace
 
 bool MayWriteSet(std::string const& target, bool may_replace, std::ostream& err) {
@@ -42,17 +51,21 @@ bool MayWriteSet(std::string const& target, bool may_replace, std::ostream& err)
                                   : MayWrite(target, {}, false, err);
 }
 
+std::optional<std::string> LakeOf(std::string const& source, ParamDb::CDbTableSet const& set,
+                                  std::ostream& err) {
+    std::vector<std::string> faults;
+    FormContent content = WriteForm(FileKind::Lake, ParametersOf(set), faults);
+    return TellFaults(source, faults, err) ? std::nullopt
+                                           : std::optional(std::get<std::string>(std::move(content)));
+}
+
 bool WriteSet(std::string const& target, std::string const& source, ParamDb::CDbTableSet& set,
               std::ostream& err) {
     auto const kind = KindOfName(target);
     ReadResult const content{ParametersOf(set), {}, {}, ReadTables(set)};
     std::vector<std::string> faults;
     FormContent const result = WriteForm(*kind, content.parameters, faults);
-    for (std::size_t index = 0; index < std::min(faults.size(), MostToldFaults); ++index)
-        err << "paramdb: " << ShownName(source) << ": " << faults[index] << '\n';
-    if (faults.size() > MostToldFaults)
-        err << "paramdb: " << ShownName(source) << ": and " << faults.size() - MostToldFaults << " more\n";
-    if (!faults.empty())
+    if (TellFaults(source, faults, err))
         return false;
     if (!ReadsAs(*kind, result, content)) {
         err << "paramdb: " << ShownName(target)

@@ -10,6 +10,8 @@
 
 #include "tools/databases.h"
 #include "tools/db/database_options.h"
+#include "tools/db/set_file.h"
+#include "tools/messages.h"
 
 #include <chrono>
 #include <memory>
@@ -129,6 +131,15 @@ std::optional<Sources> ReadTableSources(std::vector<std::string> const& names, s
     CParameterLake::Lake().clear();
     ParamDb::CParameterTableSet::TableSet() = at_fault ? CDbTableSet() : std::move(all);
     return at_fault ? std::nullopt : std::optional(std::move(sources));
+}
+
+std::optional<std::string> ReadRevisionAsLake(std::string const& connection, std::ostream& err) {
+    MessageCollector const messages(err);
+    Sources sources;
+    CDbTableSet set;
+    if (!ReadRevision(connection, set, sources, err))
+        return std::nullopt;
+    return LakeOf(connection, set, err);
 }
 
 } // namespace paramdb::tools::db

@@ -19,5 +19,6 @@ ParamDb::CDbTableSet TableSetOf(CLake& lake);
 
 // See tools/databases.h.
 std::optional<Sources> ReadTableSources(std::vector<std::string> const& names, std::ostream& err);
+std::optional<std::string> ReadRevisionAsLake(std::string const& connection, std::ostream& err);
 
 } // namespace paramdb::tools::db

@@ -4,6 +4,7 @@
 #include <paramdb/platform/framework/cfile.h>
 #include <paramdb/storage/lake_line.h>
 
+#include "tools/databases.h"
 #include "tools/report.h"
 
 #include <ostream>
@@ -45,6 +46,8 @@ std::string ParameterFileFault(std::string_view bytes) {
 }
 
 std::optional<std::string> ReadParameterFile(std::string const& name, std::ostream& err) {
+    if (IsConnection(name))
+        return ReadRevisionAsLake(name, err);
     std::string fault;
     auto bytes = ReadFileBytes(name, fault);
     if (bytes)

@@ -15,7 +15,8 @@ std::optional<std::string> ReadFileBytes(std::string const& name, std::string& f
 // zero among them, or if no line has a key.
 std::string ParameterFileFault(std::string_view bytes);
 
-// The bytes of a parameter file. If it is none, "paramdb: FILE: reason" goes to the stream.
+// The bytes of a parameter file, or of one that holds what a revision in a database does. If it is none,
+// "paramdb: FILE: reason" goes to the stream.
 std::optional<std::string> ReadParameterFile(std::string const& name, std::ostream& err);
 
 // The name of a file for the terminal; "" for an empty one.

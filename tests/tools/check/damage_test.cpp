@@ -294,7 +294,7 @@ using AnyFileTest = CommandTest;
 } // namespace
 
 TEST_P(DamageTest, WhatCostsOtherRowsIsTold) {
-    constexpr unsigned seeds = 400;
+    constexpr unsigned seeds = 250;
     unsigned const block = GetParam();
     std::string const good = GoodFile();
     Lines files{good};
