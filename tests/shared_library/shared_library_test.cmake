@@ -31,7 +31,7 @@ function(expect_clean_names library least most)
     run(${NM} -D --defined-only -C ${library})
     foreach(private "\\(anonymous namespace\\)" "paramdb::file_system::" "paramdb::detail::"
             "paramdb::(InheritanceWalk|WildcardIndex)::" "paramdb::[A-Z][a-z]+Tables?\\("
-            "paramdb::(FindString|FindElements|FormatTextV|ReadSeaText|WriteSeaText|UnitOf|UnitTextOf)"
+            "paramdb::(FindString|FindElements|FormatTextV|UnitOf|UnitTextOf)"
             "(RefineTables|BuildTriggerIdMap)\\(" " W [^\n]*(CQParam[A-Za-z]*Table|CDbUniqueMap|CUniqueTreeMap)<")
         if(output MATCHES "(${private}[^\n]*)")
             message(FATAL_ERROR "${library} offers what is private: ${CMAKE_MATCH_1}")
