@@ -39,7 +39,7 @@ IdTable::IdTable(CheckContext const& context, CheckedTable const& table, std::st
         if (m_ids.empty() || m_ids.back() != id)
             m_ids.push_back(id);
     });
-    constexpr std::size_t most_bits_for_each = 256;
+    constexpr std::size_t most_bits_for_each = 2048;
     if (m_ids.empty())
         return;
     auto const range = static_cast<std::size_t>(std::int64_t{m_ids.back()} - m_ids.front()) + 1;

@@ -149,8 +149,16 @@ char const* PlainFloat(char const* place, char const* end) {
 }
 
 char const* PlainText(char const* place, char const* end) {
-    if (place == end || *place != '"')
+    if (place == end)
         return nullptr;
+    if (*place != '"') {
+        auto const is_usual = [](char character) {
+            return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
+                   (character >= '0' && character <= '9');
+        };
+        char const* const word = std::find_if_not(place, end, is_usual);
+        return word != place && (word == end || *word == ' ' || *word == '\t') ? word : nullptr;
+    }
     char const* const quote = std::find(place + 1, end, '"');
     return quote == end ? nullptr : quote + 1;
 }

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <bitset>
 #include <cstdint>
 #include <limits>
 #include <map>
@@ -34,19 +35,26 @@ class RowsOfMask {
 public:
     explicit RowsOfMask(unsigned int mask) : m_mask(mask) {}
 
-    void Add(Elements const& pattern, std::size_t row) { m_rows.emplace(pattern, row); }
+    void Add(Elements const& pattern, std::size_t row) {
+        m_rows.emplace(pattern, row);
+        m_are_there[ElementsHash()(pattern) % m_are_there.size()] = true;
+    }
 
     static constexpr std::size_t None = std::numeric_limits<std::size_t>::max();
     std::size_t Find(Elements key) const {
         for (std::size_t place = 0; place < key.size(); ++place)
             if ((m_mask >> place & 1U) != 0)
                 key[place] = Wildcard;
+        if (!m_are_there[ElementsHash()(key) % m_are_there.size()])
+            return None;
         auto const found = m_rows.find(key);
         return found != m_rows.end() ? found->second : None;
     }
 
 private:
     unsigned int m_mask; // a bit for each element that is a wildcard
+    // The hash values of the rows, in short: most keys match none, which is seen here.
+    std::bitset<std::size_t{1} << 16> m_are_there;
     std::unordered_map<Elements, std::size_t, ElementsHash> m_rows;
 };
 
