@@ -2,7 +2,7 @@
 #include <paramdb/controls/clavis_list_ctrl.h>
 
 #include <tests/views/qt/view_test.h>
-#include <tests/views/shared/gearbox.h>
+#include <tests/views/suites/gearbox.h>
 
 using paramdb::qt::ListView;
 

@@ -9,7 +9,7 @@
 #include <memory>
 #include <optional>
 #include <tests/views/qt/view_test.h>
-#include <tests/views/shared/gearbox.h>
+#include <tests/views/suites/gearbox.h>
 
 using paramdb::qt::ChoiceBox;
 using paramdb::qt::DialogView;

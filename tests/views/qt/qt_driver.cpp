@@ -17,7 +17,7 @@
 #include <QtWidgets/QScrollBar>
 #include <QtWidgets/QVBoxLayout>
 #include <gtest/gtest.h>
-#include <tests/views/shared/view_driver.h>
+#include <tests/views/suites/view_driver.h>
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <paramdb/views/win32/screen.h>
 
 #include <chrono>
-#include <tests/views/shared/view_suite.h>
+#include <tests/views/suites/view_suite.h>
 #include <tests/views/win32/native_driver.h>
 #include <tests/views/win32/native_input.h>
 

@@ -6,7 +6,7 @@
 #include <cstring>
 #include <gtest/gtest.h>
 #include <string>
-#include <tests/views/shared/gearbox.h>
+#include <tests/views/suites/gearbox.h>
 #include <tests/views/win32/native_driver.h>
 #include <tests/views/win32/native_input.h>
 

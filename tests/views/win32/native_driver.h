@@ -7,7 +7,7 @@
 #include <paramdb/views/win32/views.h>
 
 #include <optional>
-#include <tests/views/shared/view_driver.h>
+#include <tests/views/suites/view_driver.h>
 
 // Takes all messages that wait, and those that they bring.
 void TakeMessages();

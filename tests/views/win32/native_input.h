@@ -4,7 +4,7 @@
 
 #include <paramdb/platform/framework/window_types.h>
 
-#include <tests/views/shared/view_driver.h>
+#include <tests/views/suites/view_driver.h>
 
 enum class MouseButton { left, right };
 

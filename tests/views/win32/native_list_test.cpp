@@ -6,7 +6,7 @@
 #include <chrono>
 #include <functional>
 #include <set>
-#include <tests/views/shared/view_suite.h>
+#include <tests/views/suites/view_suite.h>
 #include <tests/views/win32/native_driver.h>
 #include <tests/views/win32/native_input.h>
 

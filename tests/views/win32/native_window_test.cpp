@@ -5,7 +5,7 @@
 
 #include <bit>
 #include <gtest/gtest.h>
-#include <tests/views/shared/gearbox.h>
+#include <tests/views/suites/gearbox.h>
 #include <tests/views/win32/native_driver.h>
 #include <tuple>
 #include <vector>

@@ -6,8 +6,8 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <tests/views/shared/gearbox.h>
-#include <tests/views/shared/view_suite.h>
+#include <tests/views/suites/gearbox.h>
+#include <tests/views/suites/view_suite.h>
 
 namespace {
 

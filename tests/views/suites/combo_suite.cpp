@@ -2,7 +2,7 @@
 #include <paramdb/platform/control/combo_box_x.h>
 
 #include <memory>
-#include <tests/views/shared/view_suite.h>
+#include <tests/views/suites/view_suite.h>
 
 namespace {
 

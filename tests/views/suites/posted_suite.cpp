@@ -4,8 +4,8 @@
 #include <paramdb/platform/sea/pr_win.h>
 
 #include <stdexcept>
-#include <tests/views/shared/gearbox.h>
-#include <tests/views/shared/view_suite.h>
+#include <tests/views/suites/gearbox.h>
+#include <tests/views/suites/view_suite.h>
 #include <tuple>
 
 namespace {

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 #include <random>
-#include <tests/views/shared/view_suite.h>
+#include <tests/views/suites/view_suite.h>
 
 namespace {
 

@@ -1,7 +1,7 @@
 // Any list on the screen, with the mouse and in both directions.
 #include <algorithm>
 #include <memory>
-#include <tests/views/shared/view_suite.h>
+#include <tests/views/suites/view_suite.h>
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 #include <memory>
 #include <string>
-#include <tests/views/shared/view_driver.h>
+#include <tests/views/suites/view_driver.h>
 #include <vector>
 
 using Texts = std::vector<std::string>;

@@ -1,7 +1,7 @@
 // Lists of boxes and of combos under the keyboard, and combos under the mouse.
 #include <map>
 #include <random>
-#include <tests/views/shared/view_suite.h>
+#include <tests/views/suites/view_suite.h>
 
 namespace {
 

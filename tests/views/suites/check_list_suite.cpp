@@ -1,8 +1,8 @@
 // The check list of key values under real hands.
 #include <paramdb/controls/clavis_list_ctrl.h>
 
-#include <tests/views/shared/gearbox.h>
-#include <tests/views/shared/view_suite.h>
+#include <tests/views/suites/gearbox.h>
+#include <tests/views/suites/view_suite.h>
 
 namespace {
 
