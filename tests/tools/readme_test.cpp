@@ -1,5 +1,6 @@
 // The runs of the command that the README shows: each line "$ paramdb ..." of a block, and below it what it
 // prints.
+#include "tests/support/text_lines.h"
 #include "tests/tools/command_run.h"
 #include "tests/tools/example_folder.h"
 #include "tools/databases.h"
@@ -8,33 +9,20 @@ using namespace paramdb::tools;
 
 namespace {
 
-using Lines = std::vector<std::string>;
+using test_support::JoinLines;
+using test_support::Lines;
+using test_support::SplitLines;
 
 struct ShownRun {
     std::string command;
     Lines output; // a line of three dots stands for any lines
 };
 
-Lines Split(std::string const& text) {
-    Lines lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
-}
-
-std::string Joined(Lines const& lines) {
-    std::string text;
-    for (std::string const& line : lines)
-        text += line + '\n';
-    return text;
-}
-
 std::vector<ShownRun> ReadShownRuns(std::string const& markdown) {
     std::vector<ShownRun> runs;
     bool is_in_block = false;
     bool is_run = false;
-    for (std::string const& line : Split(markdown)) {
+    for (std::string const& line : SplitLines(markdown)) {
         if (line.starts_with("```")) {
             is_in_block = !is_in_block;
             is_run = false;
@@ -98,7 +86,7 @@ TEST_F(Readme, ShowsWhatTheCommandPrints) {
         if (!has_databases && IsOfDatabases(shown.command))
             continue;
         if (shown.command.starts_with("cat ")) {
-            test_support::WriteBytes(shown.command.substr(4), Joined(shown.output));
+            test_support::WriteBytes(shown.command.substr(4), JoinLines(shown.output));
             continue;
         }
         ShellWords shell = ReadShellWords(shown.command);
@@ -108,7 +96,8 @@ TEST_F(Readme, ShowsWhatTheCommandPrints) {
         std::string const printed = run.err + run.out;
         if (!shell.target.empty())
             test_support::WriteBytes(shell.target, run.out);
-        EXPECT_TRUE(Fits(shown.output, 0, Split(shell.target.empty() ? printed : run.err), 0)) << printed;
+        EXPECT_TRUE(Fits(shown.output, 0, SplitLines(shell.target.empty() ? printed : run.err), 0))
+            << printed;
     }
 }
 

@@ -1,6 +1,7 @@
 // A good file with one random damage at a time: a byte changed, put in or taken out, a line dropped, doubled
 // or put in the place of another. Where that costs or changes any row but those of the damaged lines
 // themselves, a check must tell, at the place.
+#include "tests/support/text_lines.h"
 #include "tests/tools/command_run.h"
 #include "tools/check/check_report.h"
 #include "tools/check/context.h"
@@ -13,7 +14,6 @@
 #include <memory>
 #include <random>
 #include <set>
-#include <sstream>
 
 using namespace paramdb;
 using namespace paramdb::tools;
@@ -21,22 +21,9 @@ using namespace paramdb::tools::check;
 
 namespace {
 
-using Lines = std::vector<std::string>;
-
-Lines Split(std::string const& text) {
-    Lines lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
-}
-
-std::string Join(Lines const& lines) {
-    std::string text;
-    for (std::string const& line : lines)
-        text += line + '\n';
-    return text;
-}
+using test_support::JoinLines;
+using test_support::Lines;
+using test_support::SplitLines;
 
 // The example with all rows that others refer to, and a few of each other table.
 std::string GoodFile() {
@@ -49,7 +36,7 @@ std::string GoodFile() {
     std::size_t row = 0;
     bool is_whole = false;
     for (std::string const& line :
-         Split(test_support::ReadBytes(PARAMDB_SOURCE_DIR "/examples/gearbox/gearbox.lake"))) {
+         SplitLines(test_support::ReadBytes(PARAMDB_SOURCE_DIR "/examples/gearbox/gearbox.lake"))) {
         bool const is_row = line.starts_with('\t');
         row = is_row ? row + 1 : 0;
         if (!is_row)
@@ -57,7 +44,7 @@ std::string GoodFile() {
         if ((row <= rows || is_whole) && !line.starts_with("; ="))
             good.push_back(line);
     }
-    return Join(good);
+    return JoinLines(good);
 }
 
 // Lines counted from 1.
@@ -81,7 +68,7 @@ LineSet LinesFrom(std::size_t first, std::size_t last) {
 
 // A damage to bytes, which may have made two lines of one or one of two.
 Damage WithDifferentLines(Lines const& left, std::string text) {
-    Lines const right = Split(text);
+    Lines const right = SplitLines(text);
     std::size_t const least = std::min(left.size(), right.size());
     std::size_t same_first = 0;
     while (same_first < least && left[same_first] == right[same_first])
@@ -96,7 +83,7 @@ Damage WithDifferentLines(Lines const& left, std::string text) {
 
 class Damager {
 public:
-    explicit Damager(std::string const& text) : m_text(text), m_lines(Split(text)) {}
+    explicit Damager(std::string const& text) : m_text(text), m_lines(SplitLines(text)) {}
 
     Damage Make(std::mt19937& random) const {
         static std::string const letters = "\"\n:;{}<> \t0123456789.-ax\x80\xC3";
@@ -129,14 +116,14 @@ private:
     Damage Drop(std::size_t line) const {
         Lines lines = m_lines;
         lines.erase(lines.begin() + static_cast<std::ptrdiff_t>(line));
-        return {Join(lines), {line + 1}, {}, {line + 1}};
+        return {JoinLines(lines), {line + 1}, {}, {line + 1}};
     }
 
     // The second of the two is the one that is new.
     Damage Double(std::size_t line) const {
         Lines lines = m_lines;
         lines.insert(lines.begin() + static_cast<std::ptrdiff_t>(line), lines[line]);
-        return {Join(lines), {}, {line + 2}};
+        return {JoinLines(lines), {}, {line + 2}};
     }
 
     // With the next line, or with any.
@@ -144,7 +131,7 @@ private:
         std::size_t const other = number % 2 == 0 ? (line + 1) % m_lines.size() : number / 2 % m_lines.size();
         Lines lines = m_lines;
         std::swap(lines[line], lines[other]);
-        return {Join(lines), {line + 1, other + 1}, {line + 1, other + 1}};
+        return {JoinLines(lines), {line + 1, other + 1}, {line + 1, other + 1}};
     }
 
     std::string const& m_text;
@@ -279,8 +266,9 @@ protected:
                 added += std::to_string(finding.place.line) + ' ' + TextOf(finding) + '\n';
             }
             EXPECT_TRUE(is_told) << "file " << file << ", line " << *places.begin() << ": "
-                                 << (*places.begin() <= Split(text).size() ? Split(text)[*places.begin() - 1]
-                                                                           : "")
+                                 << (*places.begin() <= SplitLines(text).size()
+                                         ? SplitLines(text)[*places.begin() - 1]
+                                         : "")
                                  << '\n'
                                  << added;
         }
