@@ -76,7 +76,7 @@ void CLake::CopyLines(CLake const& other, list& copies) {
     for (CNode const& line : other) {
         CNode& copy = copies.emplace_back();
         copy.copy_line(line);
-        copy.m_collection = &m_collection;
+        copy.set_collection(&m_collection);
     }
 }
 
@@ -93,7 +93,7 @@ void CLake::RepairCopies(CLake const& other, iterator copies) {
     };
     auto source = other.begin();
     for (iterator copy = copies; copy != end(); ++copy, ++source) {
-        if (!source->m_section || copy->m_section || source == other.begin())
+        if (source->section() == nullptr || copy->section() != nullptr || source == other.begin())
             continue;
         if (copy_of.empty()) {
             copy_of.reserve(other.size());
@@ -101,13 +101,19 @@ void CLake::RepairCopies(CLake const& other, iterator copies) {
             for (iterator line = copies; line != end(); ++line, ++original)
                 copy_of.emplace(&*original, line);
         }
-        copy->m_section = std::make_unique<CNode::Section>(*source->m_section);
-        for (auto& [key, child] : copy->m_section->named)
+        CNode::Section const& original = *source->section();
+        CNode::Section& records = copy->own_records();
+        records.named = original.named;
+        for (auto& [key, child] : records.named)
             translate(child);
-        for (auto& child : copy->m_section->unnamed)
+        for (iterator child : original.unnamed) {
             translate(child);
-        translate(copy->m_section->first_child);
-        translate(copy->m_section->section_end);
+            records.unnamed.push_back(child);
+        }
+        records.first_child = original.first_child;
+        translate(records.first_child);
+        records.section_end = original.section_end;
+        translate(records.section_end);
     }
 }
 

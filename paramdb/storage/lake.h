@@ -97,6 +97,6 @@ private:
 
     mutable CString m_filename;
     Bytes m_bytes; // that nodes refer to, each once, in the order of merging
-    paramdb::NodePool m_pool{sizeof(CNode)};
+    paramdb::NodePool m_pool{sizeof(CNode), alignof(CNode), &m_collection};
     list m_collection{m_pool};
 };

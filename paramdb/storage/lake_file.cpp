@@ -138,22 +138,21 @@ void CLake::SetLines(paramdb::SharedLakeBytes bytes) {
     root().reset();
     root().set_collection(&m_collection);
     paramdb::LakeLinker linker(root());
+    auto const take_line = [&](iterator line) {
+        line->set_line(paramdb::TakeLine(next, text_end));
+        if (!linker.Take(line))
+            line->set_collection(&m_collection);
+    };
     iterator line = std::next(begin());
     for (; next != text_end && line != end(); ++line) {
         line->reset();
-        line->set_line(paramdb::TakeLine(next, text_end));
-        line->set_collection(&m_collection);
-        linker.Take(line);
+        take_line(line);
     }
     m_collection.erase(line, end());
-    while (next != text_end) {
-        line = m_collection.emplace(end());
-        line->set_line(paramdb::TakeLine(next, text_end));
-        line->set_collection(&m_collection);
-        linker.Take(line);
-    }
+    while (next != text_end)
+        take_line(m_collection.emplace(end()));
     linker.Finish(end());
-    root().m_section->section_end = end();
+    root().own_records().section_end = end();
     m_bytes.erase(m_bytes.begin(), std::prev(m_bytes.end()));
 }
 

@@ -3,6 +3,7 @@
 
 #include <paramdb/storage/lake_node.h>
 
+#include <cstdint>
 #include <vector>
 
 namespace paramdb {
@@ -21,7 +22,16 @@ public:
     void Finish(CLakeNode::position behind);
 
 private:
-    std::vector<CLakeNode*> m_open;
+    struct OpenSection {
+        CLakeNode* node;
+        CLakeNode::Section* records;
+        std::int32_t level; // of its lines
+    };
+
+    void Open(CLakeNode& section);
+
+    CLakeNode::list* m_collection;
+    std::vector<OpenSection> m_open;
     CLakeNode::position* m_wants_next; // takes the position of the next line
 };
 

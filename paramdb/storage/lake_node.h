@@ -16,6 +16,7 @@
 #include <paramdb/storage/lake_line.h>
 #include <paramdb/storage/lake_text.h>
 #include <paramdb/storage/node_list.h>
+#include <paramdb/storage/node_runs.h>
 
 #include <atomic>
 #include <cstddef>
@@ -46,7 +47,7 @@ public:
     // copy owns its texts and does not depend on the lake of the source.
     CLakeNode(CLakeNode const& other);
     CLakeNode& operator=(CLakeNode const& other);
-    ~CLakeNode() { delete m_texts.load(std::memory_order_relaxed); }
+    ~CLakeNode() { delete extras(); }
 
     // Assigns the value only; as with value(), the section flag stays as it is.
     CLakeNode& operator=(std::wstring value);
@@ -60,9 +61,9 @@ public:
     // Views of the texts; valid while the node stays in its lake and the text is not assigned.
     paramdb::LakeText key_text() const;
     paramdb::LakeText value_text() const {
-        if (!holds_bytes())
-            return std::wstring_view(wide().value);
-        return m_is_named ? second_bytes() : first_bytes();
+        if (extras() != nullptr)
+            return kept_value_text();
+        return m_is_named ? packed_second() : packed_first();
     }
     paramdb::LakeText comment_text() const;
 
@@ -71,14 +72,18 @@ public:
     bool is_section() const { return m_is_section; }
 
     // Nesting depth: 0 for a top-level line, -1 for the root and for a line that was never linked.
-    std::int32_t level() const { return m_level; }
+    std::int32_t level() const { return m_level_above != DeepLevel ? m_level_above - 1 : extras()->level; }
     // The list that holds the node; null for a node outside a lake.
-    list* collection() const { return m_collection; }
+    list* collection() const {
+        if (m_is_owners)
+            return static_cast<list*>(paramdb::NodePool::Owner(this));
+        return extras() != nullptr ? extras()->collection : nullptr;
+    }
     // The line behind the opener of a section; null for a line that was never a section.
-    position first_child() const { return m_section ? m_section->first_child : position(); }
+    position first_child() const { return records().first_child; }
     // Where the section's next line goes: behind the closing line of a section read from a file, at the
     // closing line of one made in memory. Null for a line that was never a section.
-    position section_end() const { return m_section ? m_section->section_end : position(); }
+    position section_end() const { return records().section_end; }
 
     // Direct children with a key, one for each distinct key, in the order of their code units.
     std::size_t named_size() const { return records().named.size(); }
@@ -87,8 +92,10 @@ public:
 
     // Direct children without a key, in file order: rows, but also comments and blank lines.
     std::size_t unnamed_size() const { return records().unnamed.size(); }
-    unnamed_vector::const_iterator begin_unnamed() const { return records().unnamed.begin(); }
-    unnamed_vector::const_iterator end_unnamed() const { return records().unnamed.end(); }
+    // The first call makes the vector; to walk unnamed_lines() costs no memory. May throw std::bad_alloc.
+    unnamed_vector::const_iterator begin_unnamed() const { return records().unnamed.All().begin(); }
+    unnamed_vector::const_iterator end_unnamed() const { return records().unnamed.All().end(); }
+    paramdb::NodeRuns<CLakeNode> const& unnamed_lines() const { return records().unnamed; }
 
     // The child with exactly this key. A miss, also on a line that is no section, gives section_end(), which
     // is the end of the list for the root alone.
@@ -120,7 +127,12 @@ public:
     // emptied.
     void clear_section();
 
-    void set_collection(list* collection) { m_collection = collection; }
+    void set_collection(list* collection) {
+        m_is_owners = collection != nullptr && list::stands_in_list(*this) &&
+                      paramdb::NodePool::Owner(this) == collection;
+        if (!m_is_owners)
+            keep_collection(collection);
+    }
 
 private:
     friend class CLake;
@@ -136,39 +148,75 @@ private:
     };
     struct Section {
         named_map named;
-        unnamed_vector unnamed;
+        paramdb::NodeRuns<CLakeNode> unnamed;
         position first_child;
         position section_end;
     };
 
+    // What few lines have: sections, lines whose texts were asked for wide or assigned, very long ones.
+    struct Extras {
+        ~Extras() { delete texts.load(std::memory_order_relaxed); }
+
+        std::string_view first, second;          // as below, of any length
+        std::atomic<WideTexts*> texts = nullptr; // owned; once set it holds, in place of the bytes
+        std::unique_ptr<Section> section;        // null while all records are at their defaults
+        list* collection = nullptr;              // unless m_is_owners
+        std::int32_t level = -1;                 // from DeepLevel on
+    };
+
+    Extras* extras() const { return m_extras.load(std::memory_order_acquire); }
+    Extras& own_extras() const;
+    WideTexts const* wide_if_any() const {
+        Extras const* const any = extras();
+        return any != nullptr ? any->texts.load(std::memory_order_acquire) : nullptr;
+    }
     WideTexts const& wide() const;
     WideTexts& own_texts() { return const_cast<WideTexts&>(wide()); }
-    bool holds_bytes() const { return m_texts.load(std::memory_order_acquire) == nullptr; }
-    std::string_view first_bytes() const { return {m_bytes, m_first_length}; }
-    std::string_view second_bytes() const { return {m_bytes + m_second_offset, m_second_length}; }
+    std::string_view packed_first() const { return {m_bytes, m_first_length}; }
+    std::string_view packed_second() const { return {m_bytes + m_first_length + m_gap, m_second_length}; }
+    std::string_view first_bytes() const { return extras() != nullptr ? extras()->first : packed_first(); }
+    std::string_view second_bytes() const { return extras() != nullptr ? extras()->second : packed_second(); }
+    paramdb::LakeText kept_value_text() const;
 
-    Section const& records() const { return m_section ? *m_section : NoRecords; }
+    Section const& records() const {
+        Section const* const own = section();
+        return own != nullptr ? *own : NoRecords;
+    }
+    Section* section() const { return extras() != nullptr ? extras()->section.get() : nullptr; }
     Section& own_records();
+
+    void set_level(std::int32_t level) {
+        if (level >= -1 && level < DeepLevel - 1)
+            m_level_above = static_cast<std::uint16_t>(level + 1);
+        else
+            keep_level(level);
+    }
+    void keep_level(std::int32_t level);
+    void keep_collection(list* collection);
 
     // Back to the state of a new node, in its place in the list.
     void reset();
     // Takes the texts of a line, as views of bytes that the lake keeps, into a new node.
     void set_line(paramdb::LakeLine const& line) {
-        m_is_named = !line.key.empty();
-        std::string_view const first = m_is_named ? line.key : line.value;
-        std::string_view const second = m_is_named ? line.value : line.comment;
-        std::size_t const offset =
-            second.empty() ? 0 : static_cast<std::size_t>(second.data() - first.data());
-        m_bytes = first.data();
         m_is_section = line.value.size() == 1 && line.value.front() == '{';
-        if ((first.size() | second.size() | offset) > LongestBytes)
-            return keep_wide(line);
-        m_first_length = static_cast<std::uint32_t>(first.size());
-        m_second_offset = static_cast<std::uint32_t>(offset) & LongestBytes;
-        m_second_length = static_cast<std::uint32_t>(second.size());
+        m_is_named = !line.key.empty();
+        if (m_is_named)
+            set_bytes(line.key, line.value);
+        else
+            set_bytes(line.value, line.comment);
     }
-    // The same for a line too long for that; the node owns its texts then.
-    void keep_wide(paramdb::LakeLine const& line);
+    // The second text stands behind the first, or is empty.
+    void set_bytes(std::string_view first, std::string_view second) {
+        m_bytes = first.data();
+        std::size_t const gap =
+            second.empty() ? 0 : static_cast<std::size_t>(second.data() - first.data()) - first.size();
+        if ((first.size() | second.size()) > LongestText || gap > LongestGap)
+            return keep_bytes(first, second);
+        m_first_length = static_cast<std::uint16_t>(first.size());
+        m_second_length = static_cast<std::uint16_t>(second.size());
+        m_gap = static_cast<std::uint8_t>(gap);
+    }
+    void keep_bytes(std::string_view first, std::string_view second);
     // Makes this new node hold the texts, level and section flag of the other, and refer to the same bytes.
     // No list, no records.
     void copy_line(CLakeNode const& other);
@@ -185,22 +233,22 @@ private:
     void remove_line(position line);
 
     static Section const NoRecords;
-    static constexpr std::uint32_t LongestBytes = (std::uint32_t{1} << 30) - 1;
-
-    list* m_collection = nullptr;
+    static constexpr std::uint16_t LongestText = 0xFFFF;
+    static constexpr std::uint8_t LongestGap = 0xFF;
+    static constexpr std::uint16_t DeepLevel = 0xFFFF;
 
     // The texts stand in the bytes of a file until somebody wants them wide: the key and behind it the value
-    // of a named line, the value and behind it the comment of an unnamed one.
+    // of a named line, the value and behind it the comment of an unnamed one. m_bytes stays as the origin of
+    // the line whatever becomes of its texts.
     char const* m_bytes = "";
-    mutable std::atomic<WideTexts*> m_texts = nullptr; // owned; once set it holds and m_bytes is the origin
-    std::uint32_t m_first_length = 0;
-    std::uint32_t m_second_length = 0;
-    std::uint32_t m_second_offset : 30 = 0;
-    std::uint32_t m_is_named : 1 = false;
-    std::uint32_t m_is_section : 1 = false;
-    std::int32_t m_level = -1;
-
-    std::unique_ptr<Section> m_section; // null while all records are at their defaults
+    mutable std::atomic<Extras*> m_extras = nullptr; // owned; once set it tells the texts
+    std::uint16_t m_first_length = 0;
+    std::uint16_t m_second_length = 0;
+    std::uint16_t m_level_above = 0; // the level of the section, from 0 for the root; DeepLevel: see Extras
+    std::uint8_t m_gap = 0;          // between the two texts
+    bool m_is_named : 1 = false;
+    bool m_is_section : 1 = false;
+    bool m_is_owners : 1 = false; // the list is the one that the pool of the node serves
 };
 
 // What operator[] of a lake or node answers. Owns no node. A lookup has failed when `position` is the end of

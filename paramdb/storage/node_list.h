@@ -28,9 +28,14 @@ private:
     friend class NodeList;
     template <class Node>
     friend class NodePosition;
+    template <class Node>
+    friend class NodeRuns;
     NodeLinks* m_previous = nullptr;
     NodeLinks* m_next = nullptr;
 };
+
+template <class Node>
+class NodeRuns;
 
 // A position in the list: a bidirectional iterator. It stays valid until its node is erased; a default
 // constructed one is null. Node may be const.
@@ -75,6 +80,7 @@ public:
 private:
     template <class Other>
     friend class NodeList;
+    friend class NodeRuns<Node>;
     friend class NodePosition<Node const>;
     explicit NodePosition(NodeLinks* links) : m_links(links) {}
     NodeLinks* m_links = nullptr;

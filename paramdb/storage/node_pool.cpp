@@ -6,14 +6,14 @@
 namespace paramdb {
 namespace {
 
-constexpr std::size_t FirstBlockSlots = 16;
-constexpr std::size_t LargestBlockSlots = 65536;
+// The first block is one group, each further one is twice as large, up to a large page.
+constexpr std::size_t LargestBlock = std::size_t{2} << 20;
 
 } // namespace
 
-NodePool::NodePool(std::size_t slot_size) : m_slot_size(slot_size) {
-    constexpr std::size_t alignment = alignof(std::max_align_t);
-    m_slot_size = (std::max(m_slot_size, sizeof(FreeSlot)) + alignment - 1) / alignment * alignment;
+NodePool::NodePool(std::size_t slot_size, std::size_t alignment, void* owner) : m_owner(owner) {
+    alignment = std::max(alignment, alignof(FreeSlot));
+    m_slot_size = (std::max(slot_size, sizeof(FreeSlot)) + alignment - 1) / alignment * alignment;
 }
 
 void NodePool::Free(void* slot) noexcept {
@@ -22,8 +22,9 @@ void NodePool::Free(void* slot) noexcept {
         return;
     m_free = nullptr;
     m_blocks.resize(1);
-    m_next = m_blocks.front().data();
-    m_block_end = m_next + FirstBlockSlots * m_slot_size;
+    m_next_group = m_blocks.front().data();
+    m_block_end = m_next_group + GroupSize;
+    m_next = m_group_end = nullptr;
 }
 
 void* NodePool::Reuse() noexcept {
@@ -33,12 +34,18 @@ void* NodePool::Reuse() noexcept {
     return slot;
 }
 
-void NodePool::AddBlock() {
-    std::size_t const doublings = std::min<std::size_t>(m_blocks.size(), 16);
-    std::size_t const size = std::min(FirstBlockSlots << doublings, LargestBlockSlots) * m_slot_size;
-    m_blocks.reserve(m_blocks.size() + 1);
-    m_next = m_blocks.emplace_back(size).data();
-    m_block_end = m_next + size;
+void NodePool::BeginGroup() {
+    if (m_next_group == m_block_end) {
+        std::size_t const doublings = std::min<std::size_t>(m_blocks.size(), 16);
+        std::size_t const size = std::min(GroupSize << doublings, LargestBlock);
+        m_blocks.reserve(m_blocks.size() + 1);
+        m_next_group = m_blocks.emplace_back(size, GroupSize).data();
+        m_block_end = m_next_group + size;
+    }
+    auto* const slots = reinterpret_cast<std::byte*>(::new (m_next_group) Group{m_owner} + 1);
+    m_next = slots;
+    m_group_end = slots + (GroupSize - sizeof(Group)) / m_slot_size * m_slot_size;
+    m_next_group += GroupSize;
 }
 
 } // namespace paramdb

@@ -17,9 +17,9 @@ RowReader RowsOf(CLake::CNode const& section, wchar_t const* tag) {
     return [&section, tag](std::span<Field const> fields, AddRow const& add) {
         bool all_good = true;
         RowProgress progress;
-        for (auto node = section.begin_unnamed(); node != section.end_unnamed(); ++node) {
+        for (CLake::iterator const node : section.unnamed_lines()) {
             progress.AddRow();
-            LakeText const line = (*node)->value_text();
+            LakeText const line = node->value_text();
             if (line.Visit([&](auto text) { return ReadLine(text, fields); })) {
                 add();
             } else {

@@ -108,3 +108,20 @@ TEST(LakeThreads, CopyingAndMergingOnlyReadTheSource) {
     // Every line but the root has a value.
     EXPECT_EQ(nodes, 4 * (3 * lake.size() + 2 + lake.size() - 1));
 }
+
+TEST(LakeThreads, EveryThreadSeesTheSameVectorOfRows) {
+    CLake lake;
+    lake_support::ReadText(lake, Text());
+    CLake const& constant = lake;
+    std::atomic<CLake::CNode::unnamed_vector::const_pointer> first = nullptr;
+    std::atomic<int> rows = 0;
+    InThreads([&] {
+        CLake::CNode const& section = *constant[L"<T7>"].position;
+        rows += static_cast<int>(section.end_unnamed() - section.begin_unnamed());
+        CLake::CNode::unnamed_vector::const_pointer expected = nullptr;
+        auto const mine = &*section.begin_unnamed();
+        if (!first.compare_exchange_strong(expected, mine))
+            EXPECT_EQ(mine, expected);
+    });
+    EXPECT_EQ(rows, 4 * RowsOfATable);
+}

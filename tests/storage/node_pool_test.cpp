@@ -61,3 +61,31 @@ TEST(NodePool, AnEmptiedPoolBeginsAnew) {
     std::sort(second.begin(), second.end());
     EXPECT_EQ(std::adjacent_find(second.begin(), second.end()), second.end());
 }
+
+TEST(NodePool, EverySlotTellsTheOwnerOfItsPool) {
+    int first_owner = 0;
+    int second_owner = 0;
+    NodePool first(40, 8, &first_owner);
+    NodePool second(4000, 16, &second_owner);
+    NodePool nobodys(1);
+    for (int round = 0; round < 2; ++round) {
+        auto const of_first = Take(first, 30000);
+        auto const of_second = Take(second, 1000);
+        for (void const* const slot : of_first)
+            ASSERT_EQ(NodePool::Owner(slot), &first_owner);
+        for (void const* const slot : of_second)
+            ASSERT_EQ(NodePool::Owner(slot), &second_owner);
+        EXPECT_EQ(NodePool::Owner(nobodys.Allocate()), nullptr);
+        for (void* const slot : of_first)
+            first.Free(slot);
+        for (void* const slot : of_second)
+            second.Free(slot);
+    }
+}
+
+TEST(NodePool, SlotsOfSmallAlignmentStandSideBySide) {
+    NodePool pool(40, 8);
+    auto* const first = static_cast<std::byte*>(pool.Allocate());
+    EXPECT_EQ(pool.Allocate(), first + 40);
+    EXPECT_EQ(pool.Allocate(), first + 80);
+}

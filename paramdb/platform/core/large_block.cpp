@@ -1,7 +1,6 @@
 #include <paramdb/platform/core/large_block.h>
 
-#include <cstdlib>
-#include <new>
+#include <algorithm>
 
 #ifdef __linux__
 #include <sys/mman.h>
@@ -13,31 +12,30 @@ namespace {
 #ifdef __linux__
 constexpr std::size_t LargePage = std::size_t{2} << 20;
 
-void* Allocate(std::size_t size) {
-    if (size < LargePage)
-        return std::malloc(size);
-    void* memory = nullptr;
-    if (posix_memalign(&memory, LargePage, size) != 0)
-        return nullptr;
+std::byte* Allocate(std::size_t size, std::align_val_t alignment) {
+    auto* const memory = static_cast<std::byte*>(::operator new(size, alignment));
     // Whole pages only, so that no memory is held beyond the end. A refusal changes nothing but the speed.
-    madvise(memory, size / LargePage * LargePage, MADV_HUGEPAGE);
+    if (size >= LargePage)
+        madvise(memory, size / LargePage * LargePage, MADV_HUGEPAGE);
     return memory;
 }
 #else
-void* Allocate(std::size_t size) {
-    return std::malloc(size);
+constexpr std::size_t LargePage = std::size_t(-1); // none is asked for
+
+std::byte* Allocate(std::size_t size, std::align_val_t alignment) {
+    return static_cast<std::byte*>(::operator new(size, alignment));
 }
 #endif
 
 } // namespace
 
-LargeBlock::LargeBlock(std::size_t size) : m_memory(static_cast<std::byte*>(Allocate(size > 0 ? size : 1))) {
-    if (!m_memory)
-        throw std::bad_alloc();
+LargeBlock::LargeBlock(std::size_t size, std::size_t alignment) {
+    Release const release{std::align_val_t{size >= LargePage ? std::max(alignment, LargePage) : alignment}};
+    m_memory = {Allocate(size, release.alignment), release};
 }
 
 void LargeBlock::Release::operator()(std::byte* memory) const noexcept {
-    std::free(memory);
+    ::operator delete(memory, alignment);
 }
 
 } // namespace paramdb

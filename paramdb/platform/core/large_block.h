@@ -6,21 +6,23 @@
 
 #include <cstddef>
 #include <memory>
+#include <new>
 
 namespace paramdb {
 
-// Owns a piece of uninitialised memory, aligned for any object of at most the alignment of std::max_align_t.
+// Owns a piece of uninitialised memory.
 class PARAMDB_API LargeBlock {
 public:
     LargeBlock() = default;
-    // Throws std::bad_alloc.
-    explicit LargeBlock(std::size_t size);
+    // A piece of this size and at least this alignment, a power of two. Throws std::bad_alloc.
+    explicit LargeBlock(std::size_t size, std::size_t alignment = alignof(std::max_align_t));
 
     std::byte* data() const { return m_memory.get(); }
     char* chars() const { return reinterpret_cast<char*>(m_memory.get()); }
 
 private:
     struct PARAMDB_API Release {
+        std::align_val_t alignment;
         void operator()(std::byte* memory) const noexcept;
     };
     std::unique_ptr<std::byte, Release> m_memory;
