@@ -90,8 +90,8 @@ std::vector<double> MedianSeconds(std::span<Work const> works, std::size_t repea
 
 std::size_t HeapBytes() {
 #ifdef __GLIBC__
-    struct mallinfo2 const info = mallinfo2();
-    return info.uordblks + info.hblkhd;
+    // All memory of the process that is its own and can be written, without what the heap has free.
+    return ProcessBytes("VmData") - mallinfo2().fordblks;
 #else
     return 0;
 #endif

@@ -1,41 +1,76 @@
 #include <paramdb/platform/core/large_block.h>
 
-#include <algorithm>
+#include <new>
 
-#ifdef __linux__
+// The address sanitizer looks for what still is in use in the memory of the heap only.
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define PARAMDB_HEAP_ONLY
+#endif
+#endif
+#if defined(__SANITIZE_ADDRESS__)
+#define PARAMDB_HEAP_ONLY
+#endif
+
+#if defined(__linux__) && !defined(PARAMDB_HEAP_ONLY)
+#define PARAMDB_HAS_LARGE_PAGES
+#include <cstdint>
 #include <sys/mman.h>
 #endif
 
 namespace paramdb {
 namespace {
 
-#ifdef __linux__
+#ifdef PARAMDB_HAS_LARGE_PAGES
 constexpr std::size_t LargePage = std::size_t{2} << 20;
 
-std::byte* Allocate(std::size_t size, std::align_val_t alignment) {
-    auto* const memory = static_cast<std::byte*>(::operator new(size, alignment));
-    // Whole pages only, so that no memory is held beyond the end. A refusal changes nothing but the speed.
-    if (size >= LargePage)
-        madvise(memory, size / LargePage * LargePage, MADV_HUGEPAGE);
-    return memory;
+// What is mapped for a size: whole pages of any size that processors have.
+constexpr std::size_t Mapped(std::size_t size) {
+    constexpr std::size_t page = std::size_t{1} << 16;
+    return (size + page - 1) / page * page;
 }
-#else
-constexpr std::size_t LargePage = std::size_t(-1); // none is asked for
 
-std::byte* Allocate(std::size_t size, std::align_val_t alignment) {
-    return static_cast<std::byte*>(::operator new(size, alignment));
+// The heap would take a large page more to find one that begins where it must, and keep it.
+std::byte* Map(std::size_t size) {
+    if (size > SIZE_MAX / 2)
+        throw std::bad_alloc();
+    void* const mapped =
+        mmap(nullptr, Mapped(size) + LargePage, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (mapped == MAP_FAILED)
+        throw std::bad_alloc();
+    auto* const begin = static_cast<std::byte*>(mapped);
+    std::size_t const behind = reinterpret_cast<std::uintptr_t>(begin) % LargePage;
+    std::byte* const memory = begin + (LargePage - behind);
+    munmap(begin, LargePage - behind);
+    if (behind > 0)
+        munmap(memory + Mapped(size), behind);
+    // Whole pages only, so that no memory is held beyond the end. A refusal changes nothing but the speed.
+    madvise(memory, size / LargePage * LargePage, MADV_HUGEPAGE);
+    return memory;
 }
 #endif
 
-} // namespace
-
-LargeBlock::LargeBlock(std::size_t size, std::size_t alignment) {
-    Release const release{std::align_val_t{size >= LargePage ? std::max(alignment, LargePage) : alignment}};
-    m_memory = {Allocate(size, release.alignment), release};
+std::byte* Allocate(std::size_t size, std::size_t alignment) {
+#ifdef PARAMDB_HAS_LARGE_PAGES
+    if (size >= LargePage)
+        return Map(size);
+#endif
+    return static_cast<std::byte*>(::operator new (size, std::align_val_t{alignment}));
 }
 
+} // namespace
+
+LargeBlock::LargeBlock(std::size_t size, std::size_t alignment)
+    : m_memory(Allocate(size, alignment), Release{size, alignment}) {}
+
 void LargeBlock::Release::operator()(std::byte* memory) const noexcept {
-    ::operator delete(memory, alignment);
+#ifdef PARAMDB_HAS_LARGE_PAGES
+    if (size >= LargePage) {
+        munmap(memory, Mapped(size));
+        return;
+    }
+#endif
+    ::operator delete (memory, std::align_val_t{alignment});
 }
 
 } // namespace paramdb

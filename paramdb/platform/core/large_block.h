@@ -6,7 +6,6 @@
 
 #include <cstddef>
 #include <memory>
-#include <new>
 
 namespace paramdb {
 
@@ -14,7 +13,7 @@ namespace paramdb {
 class PARAMDB_API LargeBlock {
 public:
     LargeBlock() = default;
-    // A piece of this size and at least this alignment, a power of two. Throws std::bad_alloc.
+    // A piece of this size and at least this alignment, a power of two up to 4,096. Throws std::bad_alloc.
     explicit LargeBlock(std::size_t size, std::size_t alignment = alignof(std::max_align_t));
 
     std::byte* data() const { return m_memory.get(); }
@@ -22,7 +21,8 @@ public:
 
 private:
     struct PARAMDB_API Release {
-        std::align_val_t alignment;
+        std::size_t size;
+        std::size_t alignment;
         void operator()(std::byte* memory) const noexcept;
     };
     std::unique_ptr<std::byte, Release> m_memory;
