@@ -50,8 +50,9 @@ public:
         begin += is_negative ? 1 : 0;
         std::uint64_t number = 0;
         int decimals = 0;
-        if (!(std::is_integral_v<T> ? TakeDigits(begin, end, number)
-                                    : TakeDecimal(begin, end, number, decimals)))
+        if (!(end - begin == 1        ? TakeDigit(*begin, number)
+              : std::is_integral_v<T> ? TakeDigits<T>(begin, end, number)
+                                      : TakeDecimal(begin, end, number, decimals)))
             return false;
         if constexpr (std::is_integral_v<T>) {
             target = static_cast<T>(is_negative ? 0 - number : number);
@@ -159,12 +160,26 @@ private:
         return true;
     }
 
+    // Every other number is this one.
+    static bool TakeDigit(char digit, std::uint64_t& number) {
+        number = static_cast<unsigned char>(digit - '0');
+        return number <= 9;
+    }
+
+    template <class T>
     bool TakeDigits(char const* begin, char const* end, std::uint64_t& number) const {
+        std::uint64_t above = 0;
+        if (sizeof(T) > sizeof(std::uint32_t) && end - begin > WordSize) {
+            // The last eight digits are a word of their own.
+            if (!TakeDigits<std::uint32_t>(begin, end - WordSize, above))
+                return false;
+            begin = end - WordSize;
+        }
         std::uint64_t word = 0;
         if (!TakeWord(begin, end, word))
             return false;
         std::uint64_t const digits = WithoutZeros(word, end - begin);
-        number = NumberOf(digits);
+        number = above * 100'000'000 + NumberOf(digits);
         return AreDigits(digits);
     }
 

@@ -12,10 +12,12 @@
 #define PARAMDB_HEAP_ONLY
 #endif
 
-#if defined(__linux__) && !defined(PARAMDB_HEAP_ONLY)
-#define PARAMDB_HAS_LARGE_PAGES
+#ifdef __linux__
 #include <cstdint>
 #include <sys/mman.h>
+#ifndef PARAMDB_HEAP_ONLY
+#define PARAMDB_HAS_LARGE_PAGES
+#endif
 #endif
 
 namespace paramdb {
@@ -71,6 +73,17 @@ void LargeBlock::Release::operator()(std::byte* memory) const noexcept {
     }
 #endif
     ::operator delete (memory, std::align_val_t{alignment});
+}
+
+void TouchPages([[maybe_unused]] void* memory, [[maybe_unused]] std::size_t size) noexcept {
+#ifdef __linux__
+    constexpr int populate_write = 23; // newer than the headers of some systems
+    constexpr std::uintptr_t page = 4096;
+    auto const begin = reinterpret_cast<std::uintptr_t>(memory);
+    std::uintptr_t const before = (page - begin % page) % page;
+    if (size > before + page)
+        madvise(static_cast<std::byte*>(memory) + before, (size - before) / page * page, populate_write);
+#endif
 }
 
 } // namespace paramdb

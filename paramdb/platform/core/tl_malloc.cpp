@@ -64,6 +64,7 @@ struct alignas(16) Header {
     std::size_t size;
 };
 
+constexpr std::size_t LeastToTouch = std::size_t{1} << 13; // a few pages
 constexpr std::size_t LeastInRegion = std::size_t{1} << 18;
 constexpr std::size_t RegionSize = std::size_t{1} << 22;
 
@@ -110,7 +111,10 @@ void* tl_malloc(std::size_t size) noexcept {
     try {
         if (size >= LeastInRegion)
             return AllRegions().Allocate(size);
-        return ::new (::operator new (size, std::align_val_t{unit})) Header{nullptr, size} + 1;
+        void* const memory = ::operator new (size, std::align_val_t{unit});
+        if (size >= LeastToTouch)
+            paramdb::TouchPages(memory, size);
+        return ::new (memory) Header{nullptr, size} + 1;
     } catch (std::bad_alloc const&) {
         return nullptr;
     }

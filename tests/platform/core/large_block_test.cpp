@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <new>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -29,6 +30,16 @@ TEST(LargeBlock, HasTheAlignmentAskedFor) {
             EXPECT_EQ(reinterpret_cast<std::uintptr_t>(block.data()) % alignment, 0u);
             std::memset(block.data(), 0x5A, size);
         }
+}
+
+TEST(TouchPages, LeavesWhatIsThere) {
+    std::vector<unsigned char> bytes(100000);
+    for (std::size_t index = 0; index < bytes.size(); ++index)
+        bytes[index] = static_cast<unsigned char>(index % 251);
+    auto const before = bytes;
+    for (std::size_t const size : {std::size_t{0}, std::size_t{1}, std::size_t{4096}, std::size_t{99999}})
+        paramdb::TouchPages(bytes.data() + 1, size);
+    EXPECT_EQ(bytes, before);
 }
 
 TEST(LargeBlock, MovesItsMemory) {
