@@ -1,6 +1,7 @@
 #include <paramdb/keys/index_keys.h>
 #include <paramdb/tables/sort_order.h>
 
+#include <climits>
 #include <cstddef>
 #include <gtest/gtest.h>
 #include <map>
@@ -40,6 +41,8 @@ TEST(SortOrder, PositionsInAscendingOrderOfTheirKeys) {
 }
 
 TEST(SortOrder, AnotherOrderAndOtherKeys) {
+    EXPECT_EQ(OrderOf<QIdx3>({{INT_MAX, 1, INT_MIN}, {INT_MIN, 0, INT_MAX}, {INT_MAX, 1, INT_MIN}}),
+              (std::vector<std::size_t>{1, 0})); // further apart than one number tells
     EXPECT_EQ((OrderOf<int, std::greater<int>>({1, 3, 2, 3})), (std::vector<std::size_t>{1, 2, 0}));
     EXPECT_EQ(OrderOf<QIdx2>({{1, 5}, {2, 0}, {1, -1}, {1, 5}}), (std::vector<std::size_t>{2, 0, 1}));
     EXPECT_EQ(OrderOf<QIdxName>({L"b", L"ab", L"", L"a", L"ab"}), (std::vector<std::size_t>{2, 3, 1, 0}));
