@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
 #include <cwchar>
 #include <type_traits>
 
@@ -13,9 +14,14 @@ constexpr std::size_t WordUnits = 4;
 std::uint64_t Unit(wchar_t unit) {
     return static_cast<std::make_unsigned_t<wchar_t>>(unit);
 }
-// Four code units in one number.
+// Four code units in one number, in whatever order.
 std::uint64_t Word(wchar_t const* units) {
-    return Unit(units[0]) ^ Unit(units[1]) << 16 ^ Unit(units[2]) << 32 ^ Unit(units[3]) << 48;
+    std::uint64_t words[WordUnits * sizeof(wchar_t) / sizeof(std::uint64_t)];
+    std::memcpy(words, units, sizeof words);
+    std::uint64_t number = 0;
+    for (std::uint64_t const word : words)
+        number = number << 16 ^ word;
+    return number;
 }
 // A multiplication carries upwards alone, so the upper half comes down again.
 std::uint64_t Mix(std::uint64_t hash) {
