@@ -1,8 +1,51 @@
 #include <paramdb/storage/lake.h>
 
 #include <algorithm>
-#include <memory>
-#include <unordered_map>
+#include <functional>
+#include <iterator>
+#include <utility>
+
+namespace {
+
+// Which line is the copy of which. Both stand side by side in their pools for long stretches.
+class CopiedLines {
+public:
+    bool empty() const { return m_stretches.empty(); }
+
+    void Add(CLake::CNode const& line, CLake::CNode& copy) {
+        if (!empty() && m_stretches.back().line + m_stretches.back().count == &line &&
+            m_stretches.back().copy + m_stretches.back().count == &copy)
+            ++m_stretches.back().count;
+        else
+            m_stretches.push_back({&line, &copy, 1});
+    }
+    void Sort() {
+        std::sort(m_stretches.begin(), m_stretches.end(), [](Stretch const& left, Stretch const& right) {
+            return std::less<>()(left.line, right.line);
+        });
+    }
+    // Null for a line that was not added.
+    CLake::CNode* CopyOf(CLake::CNode const& line) const {
+        auto const behind = std::upper_bound(
+            m_stretches.begin(), m_stretches.end(), &line,
+            [](CLake::CNode const* sought, Stretch const& any) { return std::less<>()(sought, any.line); });
+        if (behind == m_stretches.begin())
+            return nullptr;
+        Stretch const& stretch = *std::prev(behind);
+        auto const place = static_cast<std::size_t>(&line - stretch.line);
+        return place < stretch.count ? stretch.copy + place : nullptr;
+    }
+
+private:
+    struct Stretch {
+        CLake::CNode const* line;
+        CLake::CNode* copy;
+        std::size_t count;
+    };
+    std::vector<Stretch> m_stretches;
+};
+
+} // namespace
 
 CLake::CLake(CString const& filename) : m_filename(filename) {
     m_collection.emplace_back();
@@ -64,11 +107,17 @@ void CLake::Append(CLake const& other) {
     for (paramdb::SharedLakeBytes const& bytes : other.m_bytes)
         if (std::find(all_bytes.begin(), all_bytes.end(), bytes) == all_bytes.end())
             all_bytes.push_back(bytes);
-    root().clear();
+    // Linking again what has not changed would come to the same records.
+    bool const has_changed = m_linked_revision != m_collection.revision();
+    if (has_changed)
+        root().clear();
     iterator const first = copies.begin();
     m_collection.splice_back(copies);
     m_bytes = std::move(all_bytes);
-    LinkRoot();
+    if (has_changed)
+        LinkRoot();
+    else
+        LinkLines(first);
     RepairCopies(other, first);
 }
 
@@ -76,30 +125,30 @@ void CLake::CopyLines(CLake const& other, list& copies) {
     for (CNode const& line : other) {
         CNode& copy = copies.emplace_back();
         copy.copy_line(line);
-        copy.set_collection(&m_collection);
+        copy.assign_collection(&m_collection);
     }
 }
 
 void CLake::RepairCopies(CLake const& other, iterator copies) {
     // A copied line that linking gave no records, because its key is known or a stray closing line stands
     // before it, takes those of its source: as positions in this list, never in the other one.
-    std::unordered_map<CNode const*, iterator> copy_of;
+    CopiedLines copied;
     auto const translate = [&](CNode::position& position) {
         if (position == CNode::position())
             return;
         bool const is_line = CLake::const_iterator(position) != other.end();
-        auto const found = is_line ? copy_of.find(&*position) : copy_of.end();
-        position = found != copy_of.end() ? found->second : end();
+        CNode* const copy = is_line ? copied.CopyOf(*position) : nullptr;
+        position = copy != nullptr ? list::position(*copy) : end();
     };
     auto source = other.begin();
     for (iterator copy = copies; copy != end(); ++copy, ++source) {
         if (source->section() == nullptr || copy->section() != nullptr || source == other.begin())
             continue;
-        if (copy_of.empty()) {
-            copy_of.reserve(other.size());
+        if (copied.empty()) {
             auto original = other.begin();
             for (iterator line = copies; line != end(); ++line, ++original)
-                copy_of.emplace(&*original, line);
+                copied.Add(*original, *line);
+            copied.Sort();
         }
         CNode::Section const& original = *source->section();
         CNode::Section& records = copy->own_records();
@@ -119,5 +168,20 @@ void CLake::RepairCopies(CLake const& other, iterator copies) {
 
 void CLake::LinkRoot() {
     root().set_collection(&m_collection);
-    root().link(std::next(begin()));
+    m_linker = paramdb::LakeLinker(root());
+    LinkLines(std::next(begin()));
+}
+
+void CLake::LinkLines(iterator first) {
+    iterator line = first;
+    while (line != end() && m_linker.Take(line))
+        ++line;
+    FinishLinking(line);
+}
+
+void CLake::FinishLinking(iterator behind) {
+    m_linker.Finish(behind);
+    // Whatever ended the walk, a key that the root lacks must never lead to a line.
+    root().own_records().section_end = end();
+    m_linked_revision = m_collection.revision();
 }

@@ -22,10 +22,12 @@
 #include <paramdb/platform/core/export.h>
 #include <paramdb/platform/framework/cstring.h>
 #include <paramdb/storage/lake_bytes.h>
+#include <paramdb/storage/lake_linker.h>
 #include <paramdb/storage/lake_node.h>
 #include <paramdb/storage/node_pool.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -94,9 +96,14 @@ private:
     void CopyLines(CLake const& other, list& copies);
     void RepairCopies(CLake const& other, iterator copies);
     void LinkRoot();
+    // Links the lines from here on, behind those that have been linked.
+    void LinkLines(iterator first);
+    void FinishLinking(iterator behind);
 
     mutable CString m_filename;
     Bytes m_bytes; // that nodes refer to, each once, in the order of merging
     paramdb::NodePool m_pool{sizeof(CNode), alignof(CNode), &m_collection};
     list m_collection{m_pool};
+    paramdb::LakeLinker m_linker;
+    std::uint64_t m_linked_revision = 0; // of the list when its last line was linked
 };

@@ -132,16 +132,17 @@ void CLake::SetLines(paramdb::SharedLakeBytes bytes) {
     // Old lines are overwritten in place, so that the blocks of their nodes serve again. Their bytes are kept
     // until no line refers to them any more. A line is linked at once, while the processor's cache has it.
     m_bytes.push_back(std::move(bytes));
+    m_collection.node_changed(); // all of them, whatever may end this
     std::string_view const text = m_bytes.back()->text();
     char const* next = text.data();
     char const* const text_end = next + text.size();
     root().reset();
     root().set_collection(&m_collection);
-    paramdb::LakeLinker linker(root());
+    m_linker = paramdb::LakeLinker(root());
     auto const take_line = [&](iterator line) {
         line->set_line(paramdb::TakeLine(next, text_end));
-        if (!linker.Take(line))
-            line->set_collection(&m_collection);
+        if (!m_linker.Take(line))
+            line->assign_collection(&m_collection);
     };
     iterator line = std::next(begin());
     for (; next != text_end && line != end(); ++line) {
@@ -151,8 +152,7 @@ void CLake::SetLines(paramdb::SharedLakeBytes bytes) {
     m_collection.erase(line, end());
     while (next != text_end)
         take_line(m_collection.emplace(end()));
-    linker.Finish(end());
-    root().own_records().section_end = end();
+    FinishLinking(end());
     m_bytes.erase(m_bytes.begin(), std::prev(m_bytes.end()));
 }
 

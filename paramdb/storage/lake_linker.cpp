@@ -19,7 +19,7 @@ bool LakeLinker::Take(CLakeNode::position line) {
         *m_wants_next = line;
     m_wants_next = nullptr;
     OpenSection const section = m_open.back();
-    line->set_collection(m_collection);
+    line->assign_collection(m_collection);
     line->set_level(section.level);
     auto const value = line->value_text();
     if (!line->is_named() && !value.empty() && value[0] == L'}') {
@@ -67,6 +67,7 @@ CLakeNode::position CLakeNode::link(position first) {
         section()->first_child = section()->section_end = first;
         return first;
     }
+    lines->node_changed();
     paramdb::LakeLinker linker(*this);
     position line = first;
     while (line != lines->end() && linker.Take(line))

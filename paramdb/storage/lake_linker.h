@@ -11,6 +11,8 @@ namespace paramdb {
 // A section may be nested as deep as the file has lines, so the open ones stand on a stack of its own.
 class LakeLinker {
 public:
+    // Takes no line.
+    LakeLinker() = default;
     // Empties the records of the root, which stands in a lake. The first line taken becomes its first child.
     explicit LakeLinker(CLakeNode& root);
 
@@ -18,7 +20,8 @@ public:
     // result is false.
     bool Take(CLakeNode::position line);
 
-    // Ends every section that is open, and the root, at the position behind the last line taken.
+    // Ends every section that is open, and the root, at the position behind the last line taken. More lines
+    // may be taken afterwards, as if it had not been called, unless the list has changed otherwise.
     void Finish(CLakeNode::position behind);
 
 private:
@@ -30,9 +33,9 @@ private:
 
     void Open(CLakeNode& section);
 
-    CLakeNode::list* m_collection;
+    CLakeNode::list* m_collection = nullptr;
     std::vector<OpenSection> m_open;
-    CLakeNode::position* m_wants_next; // takes the position of the next line
+    CLakeNode::position* m_wants_next = nullptr; // takes the position of the next line
 };
 
 } // namespace paramdb

@@ -23,6 +23,7 @@ CLakeNode::CLakeNode(CLakeNode const& other) : NodeLinks(other) {
 CLakeNode& CLakeNode::operator=(CLakeNode const& other) {
     if (this == &other)
         return *this;
+    changed();
     auto extras = std::make_unique<Extras>();
     extras->texts =
         new WideTexts{other.key_text().wide(), other.value_text().wide(), other.comment_text().wide()};
@@ -31,7 +32,7 @@ CLakeNode& CLakeNode::operator=(CLakeNode const& other) {
     delete m_extras.exchange(extras.release());
     m_is_named = other.m_is_named;
     m_is_section = other.m_is_section;
-    set_collection(other.collection());
+    assign_collection(other.collection());
     set_level(other.level());
     return *this;
 }
@@ -42,6 +43,7 @@ CLakeNode& CLakeNode::operator=(std::wstring text) {
 }
 
 void CLakeNode::value(std::wstring text) {
+    changed();
     own_texts().value = std::move(text);
 }
 void CLakeNode::comment(std::wstring text) {
@@ -176,7 +178,7 @@ std::uint64_t CLakeNode::push_back(std::wstring text) {
         section.section_end = behind();
     position const row = lines->emplace(section.section_end);
     section.unnamed.push_back(row);
-    row->set_collection(lines);
+    row->assign_collection(lines);
     row->set_level(level() + 1);
     row->value(std::move(text));
     return section.unnamed.size() - 1;
@@ -185,6 +187,7 @@ std::uint64_t CLakeNode::push_back(std::wstring text) {
 void CLakeNode::make_section() {
     if (m_is_section)
         return;
+    changed();
     Section& section = own_records();
     position const before = section.section_end == position() ? behind() : section.section_end;
     position const closing =
@@ -213,7 +216,8 @@ CLakeNode::position CLakeNode::insert(std::wstring const& key) {
 }
 
 void CLakeNode::clear() {
-    set_collection(nullptr);
+    changed();
+    assign_collection(nullptr);
     if (WideTexts* const texts = const_cast<WideTexts*>(wide_if_any())) {
         texts->key.clear();
         texts->value.clear();
@@ -243,6 +247,7 @@ void CLakeNode::clear_section() {
     Section* const own = section();
     if (own == nullptr)
         return;
+    changed();
     if (collection() != nullptr) {
         for (auto const& [key, line] : own->named)
             remove_line(line);

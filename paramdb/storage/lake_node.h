@@ -128,10 +128,8 @@ public:
     void clear_section();
 
     void set_collection(list* collection) {
-        m_is_owners = collection != nullptr && list::stands_in_list(*this) &&
-                      paramdb::NodePool::Owner(this) == collection;
-        if (!m_is_owners)
-            keep_collection(collection);
+        changed();
+        assign_collection(collection);
     }
 
 private:
@@ -164,6 +162,12 @@ private:
         std::int32_t level = -1;                 // from DeepLevel on
     };
 
+    // Tells the list that linking its lines again may come to something else.
+    void changed() {
+        if (list* const lines = collection())
+            lines->node_changed();
+    }
+
     Extras* extras() const { return m_extras.load(std::memory_order_acquire); }
     Extras& own_extras() const;
     WideTexts const* wide_if_any() const {
@@ -192,6 +196,12 @@ private:
             keep_level(level);
     }
     void keep_level(std::int32_t level);
+    void assign_collection(list* collection) {
+        m_is_owners = collection != nullptr && list::stands_in_list(*this) &&
+                      paramdb::NodePool::Owner(this) == collection;
+        if (!m_is_owners)
+            keep_collection(collection);
+    }
     void keep_collection(list* collection);
 
     // Back to the state of a new node, in its place in the list.

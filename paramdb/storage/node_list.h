@@ -7,6 +7,7 @@
 #include <paramdb/storage/node_pool.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <iterator>
 #include <new>
 #include <type_traits>
@@ -103,6 +104,9 @@ public:
 
     std::size_t size() const { return m_size; }
     bool empty() const { return m_size == 0; }
+    // Another number whenever nodes have come or gone, and when somebody has told that a node is another one.
+    std::uint64_t revision() const { return m_revision; }
+    void node_changed() { ++m_revision; }
     iterator begin() { return iterator(m_ends.m_next); }
     iterator end() { return iterator(&m_ends); }
     const_iterator begin() const { return const_cast<NodeList*>(this)->begin(); }
@@ -132,6 +136,7 @@ public:
         Link(before.m_links->m_previous, node);
         Link(node, before.m_links);
         ++m_size;
+        ++m_revision;
         return iterator(node);
     }
     template <class... Arguments>
@@ -145,6 +150,7 @@ public:
         Link(position.m_links->m_previous, next);
         Destroy(position);
         --m_size;
+        ++m_revision;
         return iterator(next);
     }
     void erase(iterator first, iterator last) noexcept {
@@ -164,6 +170,7 @@ public:
         Link(m_ends.m_previous, other.m_ends.m_next);
         Link(other.m_ends.m_previous, &m_ends);
         m_size += other.m_size;
+        ++m_revision;
         other.Reset();
     }
 
@@ -177,6 +184,7 @@ private:
     void Reset() noexcept {
         Link(&m_ends, &m_ends);
         m_size = 0;
+        ++m_revision;
     }
     void Destroy(iterator position) noexcept {
         Node* const node = &*position;
@@ -187,6 +195,7 @@ private:
     NodePool* m_pool;
     Ends m_ends;
     std::size_t m_size = 0;
+    std::uint64_t m_revision = 0;
 };
 
 } // namespace paramdb
