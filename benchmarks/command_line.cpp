@@ -1,5 +1,7 @@
 #include "command_line.h"
 
+#include "measure.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cstdlib>
@@ -19,6 +21,12 @@ std::size_t Number(std::string_view option, std::string_view text) {
     return number;
 }
 
+Clock ClockOf(std::string_view name) {
+    if (name != "wall" && name != "cpu")
+        throw std::invalid_argument("--time takes wall or cpu");
+    return name == "cpu" ? Clock::Processor : Clock::Wall;
+}
+
 } // namespace
 
 std::size_t CommandLine::Repeats(std::size_t size) const {
@@ -29,16 +37,19 @@ CommandLine ParseCommandLine(int count, char const* const* arguments) {
     CommandLine line;
     for (int index = 1; index < count; index += 2) {
         std::string_view const option = arguments[index];
-        bool const known = option == "--rows" || option == "--repeats" || option == "--json";
+        bool const known =
+            option == "--rows" || option == "--repeats" || option == "--json" || option == "--time";
         if (!known || index + 1 == count)
-            throw std::invalid_argument("usage: [--rows N] [--repeats N] [--json FILE]");
+            throw std::invalid_argument("usage: [--rows N] [--repeats N] [--json FILE] [--time wall|cpu]");
         std::string_view const value = arguments[index + 1];
         if (option == "--rows")
             line.sizes = {Number(option, value)};
         else if (option == "--repeats")
             line.repeats = Number(option, value);
-        else
+        else if (option == "--json")
             line.json = value;
+        else
+            UseClock(ClockOf(value));
     }
     return line;
 }

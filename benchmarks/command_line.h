@@ -18,7 +18,8 @@ struct CommandLine {
     std::size_t Repeats(std::size_t size) const;
 };
 
-// Understands `--rows N`, `--repeats N` and `--json FILE`. Throws std::invalid_argument for anything else.
+// Understands `--rows N`, `--repeats N`, `--json FILE` and `--time wall|cpu`, the last of which holds for all
+// measurements from then on. Throws std::invalid_argument for anything else.
 CommandLine ParseCommandLine(int count, char const* const* arguments);
 
 // A new folder for the files of one run, which goes away with all that is in it.

@@ -8,11 +8,13 @@
 #include "command_line.h"
 #include "figures.h"
 #include "measure.h"
+#include "naive_walks.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
 #include <exception>
+#include <limits>
 #include <map>
 #include <optional>
 #include <random>
@@ -23,6 +25,9 @@
 namespace {
 
 using namespace benchmarks;
+
+constexpr double None = std::numeric_limits<double>::quiet_NaN();
+constexpr int ChannelsOfGoal = 1000; // as many modes
 
 // The same numbers on every machine.
 class Random {
@@ -57,13 +62,15 @@ struct Contest {
     std::size_t keys;
     Work plain;
     Work library;
+    double goal; // how many times faster the library is to be; NaN for any
 };
 
 void Measure(Contest const& contest, std::size_t repeats, Figures& figures) {
     Work const works[] = {contest.plain, contest.library};
     std::vector<double> const seconds = MedianSeconds(works, repeats);
-    figures.figures.push_back(
-        {contest.name, contest.keys, {seconds[0] * 1e3, seconds[1] * 1e3, seconds[0] / seconds[1]}});
+    figures.figures.push_back({contest.name,
+                               contest.keys,
+                               {seconds[0] * 1e3, seconds[1] * 1e3, seconds[0] / seconds[1], contest.goal}});
 }
 
 // Expansion: every concrete key against every row.
@@ -72,30 +79,8 @@ struct PlainExpansion {
     std::map<CGrexInfo::group_map::key_type, CGrexInfo::group_element> groups;
     std::map<QClavis, CGrexInfo::entry> entries;
 
-    static bool Matches(QClavis const& pattern, QClavis const& key) {
-        for (std::size_t element = 0; element < QClavis::size(); ++element)
-            if (pattern[element] != -1 && pattern[element] != key[element])
-                return false;
-        return true;
-    }
-
     void Run(CParamTables const& tables) {
-        int next_group = 0;
-        for (auto const& [key, stored] : tables.IpParamAndStore)
-            for (auto const& [pattern, row] : tables.IpTrackPolygon) {
-                if (!Matches(pattern, key))
-                    continue;
-                CGrexInfo::entry entry{row.get<"area_interpretation">(), row.get<"source_parameter">(),
-                                       row.get<"polygon">()};
-                if (row.get<"polygon_mode">() == 1) {
-                    float const offset = row.get<"offset">();
-                    entry.group = next_group++;
-                    groups.insert({{entry.group, 0}, {row.get<"x_start">(), row.get<"y_start">() + offset}});
-                    groups.insert({{entry.group, 1}, {row.get<"x_end">(), row.get<"y_end">() + offset}});
-                }
-                if (!entries.insert({key, entry}).second)
-                    PrWin::Output(8, 1, L"ambiguous\n");
-            }
+        ExpandByLoops(tables, 0, groups, entries, [] { PrWin::Output(8, 1, L"ambiguous\n"); });
     }
 };
 
@@ -140,12 +125,19 @@ void FillExpansion(CParamTables& tables, int keys, int rows, WildcardOdds const&
     }
 }
 
+struct ExpansionSize {
+    int keys;
+    int rows;
+    double goal;
+};
+
 constexpr auto SameRow = [](auto const& left, auto const& right) {
     return left.first == right.first && left.second == right.second;
 };
 
-void MeasureExpansion(std::string const& name, int keys, int rows, WildcardOdds const& odds,
+void MeasureExpansion(std::string const& name, ExpansionSize const& size, WildcardOdds const& odds,
                       std::size_t repeats, Figures& figures) {
+    auto const [keys, rows, goal] = size;
     CQtParamStore store;
     FillExpansion(store.Tables(), keys, rows, odds);
     std::optional<PlainExpansion> plain;
@@ -153,7 +145,8 @@ void MeasureExpansion(std::string const& name, int keys, int rows, WildcardOdds 
     Contest const contest{name + ", " + std::to_string(rows) + " rows",
                           static_cast<std::size_t>(keys),
                           {"plain", [&] { plain.emplace(); }, [&] { plain->Run(store.Tables()); }, {}},
-                          {"library", [&] { library.emplace(store); }, [&] { library->Init(); }, {}}};
+                          {"library", [&] { library.emplace(store); }, [&] { library->Init(); }, {}},
+                          goal};
 
     MessageCount messages;
     contest.plain.prepare();
@@ -169,21 +162,6 @@ void MeasureExpansion(std::string const& name, int keys, int rows, WildcardOdds 
 }
 
 // Channels: each walks its own line of parents in each mode.
-
-void WalkChannels(CParamTables const& tables, CQtChannelInfo const& info, CQtChannelInfo::Table& results) {
-    for (auto const& [mode, mode_name] : tables.Mode)
-        for (auto const& [channel, channel_name] : tables.Channel) {
-            unsigned int flags = 0;
-            int last = channel[0];
-            for (int current = last; current != -1; current = info.Parent(mode[0], current)) {
-                auto const property = tables.ChannelProperty.find(current);
-                if (property != tables.ChannelProperty.end())
-                    flags |= property->second.get<"flags">();
-                last = current;
-            }
-            results.insert_or_assign(QIdx2(mode[0], channel[0]), QVRefFlag(last, static_cast<int>(flags)));
-        }
-}
 
 // Ten lines of ten channels, and others that each inherit from one of these lines; where modes have rows of
 // their own, one channel in a hundred from another line than in the other modes.
@@ -223,8 +201,9 @@ void MeasureChannels(int modes, int channels, bool modes_have_rows, std::size_t 
     Contest const contest{
         modes_have_rows ? "channels, modes differ" : "channels, modes alike",
         static_cast<std::size_t>(modes) * static_cast<std::size_t>(channels),
-        {"plain", [&] { plain.PurgeTable(); }, [&] { WalkChannels(store.Tables(), library, plain); }, {}},
-        {"library", [&] { library.BaseChannels().PurgeTable(); }, [&] { library.Build(); }, {}}};
+        {"plain", [&] { plain.PurgeTable(); }, [&] { WalkChannelsByLoops(store.Tables(), plain); }, {}},
+        {"library", [&] { library.BaseChannels().PurgeTable(); }, [&] { library.Build(); }, {}},
+        channels == ChannelsOfGoal ? 50 : None};
 
     contest.plain.run();
     contest.library.run();
@@ -235,17 +214,17 @@ void MeasureChannels(int modes, int channels, bool modes_have_rows, std::size_t 
 
 void MeasureAll(CommandLine const& line, Figures& figures) {
     bool const is_default = line.sizes.size() > 1;
-    std::vector<std::pair<int, int>> sizes{{3'900, 30}, {39'000, 308}, {388'000, 3'086}};
+    std::vector<ExpansionSize> sizes{{3'900, 30, 4}, {39'000, 308, 15}, {388'000, 3'086, 40}};
     if (!is_default) {
         int const keys = static_cast<int>(std::min<std::size_t>(line.sizes.front(), 10'000'000));
-        sizes = {{keys, std::max(1, keys / 126)}};
+        sizes = {{keys, std::max(1, keys / 126), None}};
     }
     auto const repeats = [&line](int keys) { return line.Repeats(static_cast<std::size_t>(keys)); };
-    for (auto const& [keys, rows] : sizes)
-        MeasureExpansion("wildcards", keys, rows, BenchFile, repeats(keys), figures);
-    auto const& [keys, rows] = sizes.back();
-    MeasureExpansion("wildcards anywhere", keys, rows, Anywhere, repeats(keys), figures);
-    int const channels = std::clamp(keys / 388, 110, 1000);
+    for (ExpansionSize const& size : sizes)
+        MeasureExpansion("wildcards", size, BenchFile, repeats(size.keys), figures);
+    int const keys = sizes.back().keys;
+    MeasureExpansion("wildcards anywhere", {keys, sizes.back().rows, None}, Anywhere, repeats(keys), figures);
+    int const channels = std::clamp(keys / 388, 110, ChannelsOfGoal);
     for (bool const modes_have_rows : {false, true})
         MeasureChannels(channels, channels, modes_have_rows, line.repeats, figures);
 }
@@ -255,8 +234,9 @@ void MeasureAll(CommandLine const& line, Figures& figures) {
 int main(int count, char** arguments) {
     try {
         CommandLine const line = ParseCommandLine(count, arguments);
-        Figures figures{
-            "Derivation: medians of interleaved runs", "keys", {"plain ms", "library ms", "times faster"}};
+        Figures figures{"Derivation: medians of interleaved runs",
+                        "keys",
+                        {"plain ms", "library ms", "times faster", "goal"}};
         MeasureAll(line, figures);
         Print(figures);
         if (!line.json.empty())

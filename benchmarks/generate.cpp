@@ -3,29 +3,49 @@
 #include "generate_values.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
 namespace benchmarks {
 namespace {
 
-// How many of a thousand rows these tables get. The first gets what is left, all others get one each.
+// How many of a million rows these tables get. The first gets what is left, all others get 1,000 each.
 struct Share {
     std::wstring_view tag;
-    std::size_t per_mille;
+    std::size_t per_million;
 };
 constexpr std::wstring_view LargestTable = L"<TIpParamAndStore>";
+constexpr std::size_t ShareOfOthers = 1000;
 constexpr Share Shares[] = {
-    {L"<TLimSValue>", 150},      {L"<TLimCValue>", 120},        {L"<TIpLearnParams>", 110},
-    {L"<TLimArea>", 80},         {L"<TIpPolygonValue>", 80},    {L"<TInstrumentParam>", 40},
-    {L"<TIpTrackPolygon>", 30},  {L"<TIpSpectralValue>", 30},   {L"<TTriggerParam>", 30},
-    {L"<TRelativeLimit>", 20},   {L"<TIpSpectralTrack>", 20},   {L"<TIpTrackInterval>", 10},
-    {L"<TClavisUserNames>", 10}, {L"<TChannelInheritance>", 5}, {L"<TRotorSpeed>", 5},
+    {L"<TLimSValue>", 150'000},      {L"<TLimCValue>", 120'000},        {L"<TIpLearnParams>", 110'000},
+    {L"<TLimArea>", 80'000},         {L"<TIpPolygonValue>", 80'000},    {L"<TInstrumentParam>", 40'000},
+    {L"<TIpTrackPolygon>", 30'000},  {L"<TIpSpectralValue>", 30'000},   {L"<TTriggerParam>", 30'000},
+    {L"<TRelativeLimit>", 20'000},   {L"<TIpSpectralTrack>", 20'000},   {L"<TIpTrackInterval>", 10'000},
+    {L"<TClavisUserNames>", 10'000}, {L"<TChannelInheritance>", 5'000}, {L"<TRotorSpeed>", 5'000},
 };
+// These differ where the rows are to fit together.
+constexpr Share ReadyShares[] = {
+    {L"<TLimSValue>", 80'000},
+    {L"<TLimCValue>", 60'000},
+    {L"<TIpLearnParams>", 55'000},
+    {L"<TIpTrackPolygon>", 3'086},
+};
+constexpr std::size_t ReadyGrid = 2; // rows of the tables of virtual modes, whatever the size
 
-std::size_t RowsOfTable(std::wstring_view tag, std::size_t all_rows) {
-    auto const share = std::ranges::find(Shares, tag, &Share::tag);
-    std::size_t const per_mille = share == std::end(Shares) ? 1 : share->per_mille;
-    return all_rows * per_mille / 1000;
+Share const* Find(std::span<Share const> shares, std::wstring_view tag) {
+    auto const share = std::ranges::find(shares, tag, &Share::tag);
+    return share == shares.end() ? nullptr : &*share;
+}
+
+std::size_t RowsOfTable(std::wstring_view tag, GenerateOptions const& options) {
+    Share const* share = Find(Shares, tag);
+    if (options.has_ready_shares) {
+        if (tag == L"<TAutoModeParam>" || tag == L"<TAutoModeParamOrder>")
+            return ReadyGrid;
+        if (Share const* const ready = Find(ReadyShares, tag))
+            share = ready;
+    }
+    return options.rows * (share == nullptr ? ShareOfOthers : share->per_million) / 1'000'000;
 }
 
 TableRows GenerateTable(paramdb::TableDescription const& table, std::size_t rows, Random& random) {
@@ -86,12 +106,12 @@ std::vector<TableRows> GenerateRows(GenerateOptions const& options) {
     std::size_t left = options.rows;
     for (paramdb::TableDescription const& table : paramdb::Catalogue())
         if (table.tag != LargestTable)
-            left -= RowsOfTable(table.tag, options.rows);
+            left -= RowsOfTable(table.tag, options);
 
     Random random(options.seed);
     std::vector<TableRows> tables;
     for (paramdb::TableDescription const& table : paramdb::Catalogue()) {
-        std::size_t const rows = table.tag == LargestTable ? left : RowsOfTable(table.tag, options.rows);
+        std::size_t const rows = table.tag == LargestTable ? left : RowsOfTable(table.tag, options);
         tables.push_back(GenerateTable(table, rows, random));
     }
     if (options.in_random_order)

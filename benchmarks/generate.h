@@ -33,6 +33,8 @@ struct GenerateOptions {
     std::size_t rows = 1000; // of all tables together
     std::uint64_t seed = 1;
     bool in_random_order = false; // else in the order of the keys; the rows are the same ones
+    // The tables that are derived from have other shares of the rows; see generate_ready.h.
+    bool has_ready_shares = false;
 };
 
 // All tables in the order of registration. No key comes twice in a table of unique keys.

@@ -8,6 +8,7 @@
 #include "generate.h"
 #include "measure.h"
 #include "peers.h"
+#include "plain_model.h"
 #include "plain_tables.h"
 
 #include <algorithm>
@@ -110,6 +111,31 @@ public:
     }
 };
 
+// The same work as it is written the first time.
+class ModelLoader : public Loader {
+public:
+    using Loader::Loader;
+
+    void Prepare() override { m_model = std::make_unique<PlainModel>(); }
+    void Load() override {
+        m_model->ReadLake(file());
+        ReadTables();
+    }
+    std::size_t LoadAndWeigh() override {
+        m_model->ReadLake(file());
+        std::size_t const before = HeapBytes();
+        ReadTables();
+        return std::max(HeapBytes(), before) - before;
+    }
+    Digest Result() override { return DigestOf(m_model->Tables()); }
+    void Drop() override { m_model.reset(); }
+
+private:
+    void ReadTables() { Check(m_model->ReadTables(), "the plain model refuses the file"); }
+
+    std::unique_ptr<PlainModel> m_model;
+};
+
 // A peer that fills plain tables.
 class PeerLoader : public Loader {
 public:
@@ -139,6 +165,7 @@ std::vector<std::unique_ptr<Loader>> MakeLoaders(WorkFolder const& folder, std::
     loaders.push_back(std::make_unique<LakeLoader>("paramdb, lake alone", sorted_file));
     loaders.push_back(std::make_unique<ReloadLoader>("paramdb, second load", sorted_file));
     loaders.push_back(std::make_unique<LibraryLoader>("paramdb, random order", shuffled_file));
+    loaders.push_back(std::make_unique<ModelLoader>("plain model", sorted_file));
     for (Peer const& peer : Peers())
         if (rows <= peer.most_rows) {
             peer.write(sorted, folder.Path(peer.file_name));

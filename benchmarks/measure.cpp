@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <exception>
 #include <stdexcept>
 #include <sys/wait.h>
@@ -17,18 +18,26 @@
 namespace benchmarks {
 namespace {
 
+Clock UsedClock = Clock::Wall;
+
+double Now() {
+    if (UsedClock == Clock::Processor)
+        return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+}
+
 double Seconds(Work const& work) {
     if (work.prepare)
         work.prepare();
 #ifdef __GLIBC__
     malloc_trim(0);
 #endif
-    auto const start = std::chrono::steady_clock::now();
+    double const start = Now();
     work.run();
-    std::chrono::duration<double> const elapsed = std::chrono::steady_clock::now() - start;
+    double const elapsed = Now() - start;
     if (work.tidy)
         work.tidy();
-    return elapsed.count();
+    return elapsed;
 }
 
 double Median(std::vector<double>& values) {
@@ -75,6 +84,10 @@ void MeasureInto(int pipe_end, std::function<std::size_t()> const& work) {
 }
 
 } // namespace
+
+void UseClock(Clock clock) {
+    UsedClock = clock;
+}
 
 std::vector<double> MedianSeconds(std::span<Work const> works, std::size_t repeats) {
     std::vector<std::vector<double>> times(works.size());

@@ -19,6 +19,12 @@ struct Work {
     std::size_t most_repeats = std::numeric_limits<std::size_t>::max();
 };
 
+// Which time counts. Processor time leaves out what the process waits for, be it other programs that keep the
+// processors busy or a server that does the work.
+enum class Clock { Wall, Processor };
+// Of all measurements from now on; the wall at first.
+void UseClock(Clock clock);
+
 // The median time of each work in seconds. The works take turns, so that whatever else the machine does meets
 // them all alike, and every run begins with a heap that has given its free memory back.
 std::vector<double> MedianSeconds(std::span<Work const> works, std::size_t repeats);

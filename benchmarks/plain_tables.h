@@ -52,7 +52,7 @@ struct Digest {
         explicit Row(std::wstring_view tag) { AddText(tag); }
         template <class T>
         void Add(T const& field) {
-            if constexpr (std::is_same_v<T, CFixedText>)
+            if constexpr (requires { field.view(); })
                 AddText(field.view());
             else if constexpr (std::is_same_v<T, float>)
                 Mix(std::bit_cast<std::uint32_t>(field));

@@ -1,5 +1,5 @@
-// Measures single queries: names and ids, triggers, base orders, order sources, texts of keys; beside the
-// same lookups in containers of other libraries and in a database.
+// Measures single queries: names and ids, triggers, base orders, order sources; beside the same lookups in
+// containers of other libraries and in a database.
 #include <paramdb/platform/sea/pr_win.h>
 #include <paramdb/query/param_instance.h>
 
@@ -10,6 +10,7 @@
 #include "query_subject.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <exception>
@@ -38,7 +39,8 @@ struct Contest {
     std::size_t questions;
     std::function<void(Subject&, Answers)> ask;
     bool needs_ranges = false;
-    double goal = None; // how many times faster than SQLite the library is to be
+    double goal = None;    // how many times faster than SQLite the library is to be
+    double at_most = None; // the most time it is to take against a flat hash map
 };
 
 // The nanoseconds of a query for each subject; NaN for one that does not answer.
@@ -72,12 +74,12 @@ class Report {
 public:
     explicit Report(Figures& figures) : m_figures(&figures) {}
 
-    void Add(std::string const& name, std::size_t rows, std::vector<double> values, double beside_sqlite,
-             double goal) {
-        auto const smallest = std::ranges::find(m_figures->figures, name, &Figure::work);
+    void Add(Contest const& contest, std::vector<double> values, double beside_sqlite, double beside_hash) {
+        auto const smallest = std::ranges::find(m_figures->figures, contest.name, &Figure::work);
         double const first = smallest != m_figures->figures.end() ? smallest->values.front() : values.front();
-        values.insert(values.end(), {values.front() / first, beside_sqlite, goal});
-        m_figures->figures.push_back({name, rows, std::move(values)});
+        values.insert(values.end(), {values.front() / first, beside_sqlite, contest.goal, beside_hash,
+                                     std::isnan(beside_hash) ? None : contest.at_most});
+        m_figures->figures.push_back({contest.name, contest.rows, std::move(values)});
     }
 
 private:
@@ -86,8 +88,14 @@ private:
 
 void Run(Contest const& contest, SubjectList const& subjects, std::size_t repeats, Report& report) {
     std::vector<double> times = Measure(contest, subjects, repeats);
-    double const sqlite = subjects.back()->name() == "SQLite" ? times.back() / times.front() : None;
-    report.Add(contest.name, contest.rows, std::move(times), sqlite, contest.goal);
+    auto const time_of = [&](char const* name) {
+        auto const subject = std::ranges::find(subjects, name, [](auto const& each) { return each->name(); });
+        return subject != subjects.end() ? times[static_cast<std::size_t>(subject - subjects.begin())] : None;
+    };
+    double const library = times.front();
+    double const beside_sqlite = time_of("SQLite") / library;
+    double const beside_hash = library / time_of("flat_hash_map");
+    report.Add(contest, std::move(times), beside_sqlite, beside_hash);
 }
 
 void CheckNames(SubjectList const& subjects, std::span<int const> ids) {
@@ -105,12 +113,14 @@ void MeasureNames(CQtParamDistillery& distillery, SubjectList const& subjects, s
         std::string const kind = missing ? ", miss" : ", hit";
         NameQuestions const names(distillery, missing, random);
         Run({"name to id" + kind, rows, names.questions().size(),
-             [&](Subject& subject, Answers answers) { subject.Ids(names.questions(), answers); }, false, 4},
+             [&](Subject& subject, Answers answers) { subject.Ids(names.questions(), answers); }, false, 4,
+             missing ? None : 1.1},
             subjects, repeats, report);
         std::vector<int> const ids = LocationIds(distillery, missing, random);
         CheckNames(subjects, ids);
         Run({"id to name" + kind, rows, ids.size(),
-             [&](Subject& subject, Answers answers) { subject.Names(ids, answers); }, false, 20},
+             [&](Subject& subject, Answers answers) { subject.Names(ids, answers); }, false, 20,
+             missing ? None : 1.0},
             subjects, repeats, report);
     }
 }
@@ -141,73 +151,8 @@ void MeasureRotors(CQtParamDistillery& distillery, SubjectList const& subjects, 
         subjects, repeats, report);
 }
 
-// The text of a key, put together from what it consists of. There are several channels of each kind.
-std::wstring PlainText(CQtParamInstance const& parameters, QClavis const& key) {
-    auto const name = [&](int element) -> std::wstring {
-        return parameters.ClavisElementName(element, key[static_cast<std::size_t>(element)]);
-    };
-    auto const has_instrument = [&](auto const& row) {
-        return row.second.template get<"instrument">() == key[Clavis::qInstrument];
-    };
-    std::wstring text = name(Clavis::qMode) + L" / " + name(Clavis::qInstrument);
-    if (std::ranges::count_if(parameters.InstrumentParam(), has_instrument) > 1)
-        text += L" " + name(Clavis::qInstrParam);
-    std::wstring const location = name(Clavis::qLocation);
-    std::wstring const channel = name(Clavis::qChannel);
-    switch (parameters.ChannelResamplingType(key[Clavis::qChannel])) {
-    case CQtParamInstance::sync_channel:
-        text += L" / " + location + L" " + channel;
-        break;
-    case CQtParamInstance::mix_channel:
-        text += L" / " + channel + L" (" + location + L")";
-        break;
-    default:
-        text += L" / " + location + L" (" + channel + L")";
-    }
-    return text + L" / " + name(Clavis::qSignal);
-}
-
-void CheckTexts(CQtParamInstance const& parameters, std::span<QClavis const> keys) {
-    for (QClavis const& key : keys.first(50))
-        if (parameters.FormatClavisTextNice(key, false, L"/") != PlainText(parameters, key).c_str())
-            throw std::runtime_error("a key has another text");
-}
-
-// The text of a key beside that of every other size, as there is nobody else who makes such texts.
-void MeasureTexts(std::vector<std::size_t> const& sizes, std::size_t repeats, std::size_t columns,
-                  Report& report) {
-    std::vector<std::unique_ptr<CQtParamDistillery>> distilleries;
-    std::vector<std::vector<QClavis>> keys;
-    std::vector<Work> works;
-    for (std::size_t const size : sizes) {
-        auto& distillery = *distilleries.emplace_back(std::make_unique<CQtParamDistillery>());
-        FillForQueries(distillery, {.parameters = size});
-        Random random(Seed);
-        keys.push_back(Keys(distillery, random));
-    }
-    for (std::size_t size = 0; size < sizes.size(); ++size) {
-        CQtParamInstance const parameters(distilleries[size].get());
-        CheckTexts(parameters, keys[size]);
-        works.push_back({"",
-                         {},
-                         [parameters, &of_size = keys[size]] {
-                             for (QClavis const& key : of_size)
-                                 if (parameters.FormatClavisTextNice(key, false, L"/").IsEmpty())
-                                     throw std::runtime_error("the text of a key is empty");
-                         },
-                         {}});
-    }
-    std::vector<double> const seconds = MedianSeconds(works, repeats);
-    for (std::size_t size = 0; size < sizes.size(); ++size) {
-        std::vector<double> times(columns, None);
-        times.front() = seconds[size] * 1e9 / static_cast<double>(keys[size].size());
-        report.Add("nice text of a key", sizes[size], std::move(times), None, None);
-    }
-}
-
-// The sizes are rows of locations, parameters and order sources, and parameters behind the texts of keys.
-void MeasureAll(std::vector<std::size_t> const& sizes, std::vector<std::size_t> const& text_sizes,
-                CommandLine const& line, Figures& figures) {
+// The sizes are rows of locations, parameters and order sources.
+void MeasureAll(std::vector<std::size_t> const& sizes, CommandLine const& line, Figures& figures) {
     std::vector<std::unique_ptr<CQtParamDistillery>> distilleries;
     std::vector<SubjectList> subjects;
     for (std::size_t const rows : sizes) {
@@ -217,8 +162,8 @@ void MeasureAll(std::vector<std::size_t> const& sizes, std::vector<std::size_t> 
     }
     for (auto const& subject : subjects.front())
         figures.columns.push_back(subject->name());
-    std::size_t const columns = figures.columns.size();
-    figures.columns.insert(figures.columns.end(), {"times smallest size", "SQLite / paramdb", "goal"});
+    figures.columns.insert(figures.columns.end(), {"times smallest size", "SQLite / paramdb", "goal",
+                                                   "paramdb / flat_hash_map", "at most"});
 
     Report report(figures);
     auto const measure_each = [&](auto const& measure) {
@@ -228,7 +173,6 @@ void MeasureAll(std::vector<std::size_t> const& sizes, std::vector<std::size_t> 
     measure_each(MeasureNames);
     measure_each(MeasureTriggers);
     measure_each(MeasureRotors);
-    MeasureTexts(text_sizes, line.Repeats(text_sizes.back()), columns, report);
 }
 
 // The rows have no fault.
@@ -244,10 +188,8 @@ int main(int count, char** arguments) {
         CommandLine const line = ParseCommandLine(count, arguments);
         RefuseMessages();
         Figures figures{"Queries: nanoseconds for each, medians of interleaved runs", "rows", {}};
-        if (line.sizes.size() > 1)
-            MeasureAll({1'000, 100'000}, {100, 80'000}, line, figures);
-        else
-            MeasureAll(line.sizes, line.sizes, line, figures);
+        MeasureAll(line.sizes.size() > 1 ? std::vector<std::size_t>{1'000, 100'000} : line.sizes, line,
+                   figures);
         Print(figures);
         if (!line.json.empty())
             WriteJson(figures, line.json);
