@@ -68,6 +68,11 @@ private:
         auto const bytes = ReadParameterFile(name, err);
         if (!bytes)
             return ExitCode::NoLoad;
+        if (!HasLayout(*bytes)) {
+            err << "paramdb: " << ShownName(name) << ": sections stand deeper than " << MostLevels
+                << " levels; the file was left as it is\n";
+            return ExitCode::NoLoad;
+        }
         std::string const text = CanonicalLayout(*bytes);
         bool const is_canonical = text == *bytes;
         if (!is_canonical && !IsSameButForLayout(*bytes, text)) {

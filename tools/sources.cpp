@@ -1,7 +1,7 @@
 #include "tools/sources.h"
 
 #include <paramdb/platform/core/utf8.h>
-#include <paramdb/platform/framework/cfile.h>
+#include <paramdb/platform/framework/read_file.h>
 #include <paramdb/storage/parameter_lake.h>
 
 #include "tools/databases.h"
@@ -35,9 +35,8 @@ std::string ReadingFault(std::string const& name, bool complete) {
     if (!file.Open(FromUtf8(name).c_str(), CFile::modeRead | CFile::typeBinary, &fault))
         return fault.what();
     try {
-        char bytes[4096];
-        while (!complete && file.Read(bytes, sizeof bytes) > 0) {
-        }
+        if (!complete)
+            static_cast<void>(ReadToEnd(file));
     } catch (CFileException const& reading) {
         return reading.what();
     }

@@ -88,12 +88,21 @@ std::vector<std::string> Utf8Arguments(int count, char const* const* arguments) 
 
 #else
 
+#include <cerrno>
+#include <fcntl.h>
 #include <iostream>
 #include <unistd.h>
 
 namespace paramdb::tools {
 
-Utf8Terminal::Utf8Terminal() = default;
+Utf8Terminal::Utf8Terminal() {
+    // A descriptor that was closed before the start would be the one of the next file that is opened, and
+    // what is meant for standard output would end in that file. In its place stands one on which nothing
+    // works.
+    for (int const standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (fcntl(standard, F_GETFD) == -1 && errno == EBADF)
+            static_cast<void>(open("/dev/null", standard == STDIN_FILENO ? O_WRONLY : O_RDONLY));
+}
 
 Utf8Terminal::~Utf8Terminal() = default;
 

@@ -8,7 +8,8 @@
 namespace paramdb::tools {
 
 // Makes the terminal show UTF-8, and standard output and standard error take bytes as they are, as long as an
-// object lives. Only Windows has to be told: it would add a CR to every LF.
+// object lives. Only Windows has to be told: it would add a CR to every LF. Elsewhere a standard stream that
+// was closed before the start is put in place, so that no file of the command is taken for it.
 class Utf8Terminal {
 public:
     Utf8Terminal();

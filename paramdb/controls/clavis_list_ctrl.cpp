@@ -35,9 +35,7 @@ void CClavisListCtrl::Fill(std::set<int> const& selection, unsigned int filter) 
     CString text;
     if (m_element == Clavis::qInstrParam) {
         for (auto const& [key, row] : parameters.InstrumentParam()) {
-            int const id = key[0];
-            if (!paramdb::PassesFilter(parameters, m_element, id, filter))
-                continue;
+            int const id = key[0]; // no mask leaves a parameter out
             if (show_ids)
                 text.Format(L"%s %s  [%d]", parameters.InstrumentName(row.get<"instrument">()),
                             row.get<"name">().c_str(), id);

@@ -345,9 +345,13 @@ std::vector<Session::TextRow> SociSession::Query(std::string const& query, std::
         statement.execute();
         while (statement.fetch()) {
             TextRow& row = rows.emplace_back(columns);
+            std::size_t bytes = 0;
             for (std::size_t column = 0; column < columns; ++column)
-                if (indicators[column] != soci::i_null)
+                if (indicators[column] != soci::i_null) {
                     row[column] = values[column];
+                    bytes += values[column].size();
+                }
+            TakeRow(columns, bytes);
         }
     });
     return rows;

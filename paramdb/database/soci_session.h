@@ -41,6 +41,8 @@ protected:
     // Stands around every call that may wait for the server.
     virtual void BeginWaiting() {}
     virtual void EndWaiting() noexcept {}
+    // Counts a row that has been read. Throws where there are more than the database can have.
+    virtual void TakeRow(std::size_t /*columns*/, std::size_t /*text_bytes*/) {}
 
     // Connects in a thread of its own and gives up when that takes longer: the connection is then left to the
     // thread, which closes it whenever it comes about.

@@ -1,6 +1,20 @@
 #include <paramdb/storage/db_table.h>
 
+#include <utility>
+#include <variant>
+
 namespace ParamDb {
+
+// The rows are copied below. NOLINTNEXTLINE(bugprone-copy-constructor-init)
+CDbTable::CDbTable(CDbTable const& other) : std::vector<row_t>(), m_table_type(other.m_table_type) {
+    reserve(other.size());
+    for (row_t const& row : other) {
+        row_t& copy = emplace_back();
+        copy.reserve(row.size());
+        for (cell_t const& cell : row)
+            copy.push_back(std::visit([](auto value) { return cell_t(std::move(value)); }, cell));
+    }
+}
 
 std::wstring CDbTable::to_wstring(row_t const& row) {
     std::wstring result;

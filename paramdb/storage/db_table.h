@@ -17,6 +17,18 @@ public:
 
     using std::vector<row_t>::vector;
 
+    // Copies cell by cell, so that running out of memory is an exception: a variant of some standard
+    // libraries breaks where the copy of its text fails.
+    CDbTable() = default;
+    PARAMDB_API CDbTable(CDbTable const& other);
+    CDbTable(CDbTable&&) = default;
+    CDbTable& operator=(CDbTable other) noexcept {
+        swap(other);
+        m_table_type = other.m_table_type;
+        return *this;
+    }
+    ~CDbTable() = default;
+
     table_type_t& table_type() { return m_table_type; }
     table_type_t table_type() const { return m_table_type; }
 

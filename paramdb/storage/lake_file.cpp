@@ -1,10 +1,12 @@
 // Reading and writing lake files: one byte is one character, U+0000 to U+00FF.
 #include <paramdb/platform/core/line_end.h>
 #include <paramdb/platform/framework/cfile.h>
+#include <paramdb/platform/framework/read_file.h>
 #include <paramdb/storage/lake.h>
 #include <paramdb/storage/lake_linker.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <stdexcept>
 
@@ -24,9 +26,10 @@ FileText ReadAll(CFile& file) {
         capacity = std::max(capacity, static_cast<std::size_t>(file.GetLength()) + 1);
     } catch (CFileException const&) {
     }
+    std::uint64_t const most = paramdb::MostBytesOf(file);
     FileText text;
     text.block = paramdb::LargeBlock(capacity);
-    for (;;) {
+    while (text.size <= most) {
         if (text.size == capacity) {
             paramdb::LargeBlock larger(capacity * 2);
             std::memcpy(larger.data(), text.block.data(), text.size);
@@ -45,6 +48,8 @@ FileText ReadAll(CFile& file) {
         if (taken < wanted)
             return text;
     }
+    text.complete = false;
+    return text;
 }
 
 // Collects output in a buffer on its way to a file. After a failure, or a character that has no byte, it
@@ -144,14 +149,22 @@ void CLake::SetLines(paramdb::SharedLakeBytes bytes) {
         if (!m_linker.Take(line))
             line->assign_collection(&m_collection);
     };
-    iterator line = std::next(begin());
-    for (; next != text_end && line != end(); ++line) {
-        line->reset();
-        take_line(line);
+    try {
+        iterator line = std::next(begin());
+        for (; next != text_end && line != end(); ++line) {
+            line->reset();
+            take_line(line);
+        }
+        m_collection.erase(line, end());
+        while (next != text_end)
+            take_line(m_collection.emplace(end()));
+    } catch (...) {
+        // Some lines of the new file before the rest of the old ones are no lake.
+        m_collection.erase(std::next(begin()), end());
+        root().reset();
+        m_linker = paramdb::LakeLinker();
+        throw;
     }
-    m_collection.erase(line, end());
-    while (next != text_end)
-        take_line(m_collection.emplace(end()));
     FinishLinking(end());
     m_bytes.erase(m_bytes.begin(), std::prev(m_bytes.end()));
 }

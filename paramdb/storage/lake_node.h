@@ -274,7 +274,9 @@ public:
     CLakeNode* section = nullptr; // the node searched
 
     // True if the position is a line of the list.
-    bool found() const { return collection != nullptr && position != collection->end(); }
+    bool found() const {
+        return collection != nullptr && position != CLakeNode::position() && position != collection->end();
+    }
     // The value of the line found, or an empty text.
     std::wstring text() const;
     // The value of the line found as a decimal integer, read as a stream in the classic locale reads one; 0

@@ -124,6 +124,17 @@ TEST_F(RangeSelectCtrl, ControlSwitchesOneCell) {
     EXPECT_EQ(SelectionOf(grid), (Cells{{0, 0}, {1, 0}}));
 }
 
+TEST_F(RangeSelectCtrl, AValueOfMinusOneIsAnEntryToo) {
+    grid.lists[0] = {{-1, L"all"}, {1, L"one"}, {2, L"two"}};
+    grid.lists[2] = {};
+    grid.lists[5] = {};
+    grid.set_mask(1);
+    ASSERT_TRUE(grid.Create());
+    ClickCell(grid, 2, 0);
+    ClickCell(grid, 0, 0, MK_SHIFT);
+    EXPECT_EQ(SelectionOf(grid), (Cells{{0, 0}, {1, 0}, {2, 0}}));
+}
+
 TEST_F(RangeSelectCtrl, AHeadingAddsItsColumn) {
     CreateWithGap();
     ClickCell(grid, 0, 1);

@@ -146,6 +146,54 @@ TEST_P(ImportFaults, NullOfANumber) {
               Lines{Fault("table 'TBaseOrder', column 'base_order', key '2': NULL where float is wanted")});
 }
 
+TEST_P(ImportFaults, VersionThatIsNoNumber) {
+    auto expected = SmallSet();
+    expected.erase(L"<DbDesign.CacheVersion>");
+    expected.erase(L"<DbDesign.CacheMinorVersion>");
+    EXPECT_EQ(
+        Import(
+            "paramdb_version",
+            "DROP TABLE paramdb_version; CREATE TABLE paramdb_version (revision_id BIGINT, major TEXT, minor "
+            "TEXT); INSERT INTO paramdb_version SELECT id, 'new', NULL FROM paramdb_revision",
+            expected),
+        Lines{Fault("table 'paramdb_version', column 'major': the text 'new' where int is wanted")});
+}
+
+TEST_P(ImportFaults, TextsThatAreNone) {
+    Lines lines{Fault("table 'paramdb_text', column 'value', key 'base_type': NULL where text is wanted")};
+    std::string change =
+        "DROP TABLE paramdb_text; CREATE TABLE paramdb_text (revision_id BIGINT, name TEXT, value "
+        "TEXT); INSERT INTO paramdb_text SELECT id, 'base_type', NULL FROM paramdb_revision";
+    if (GetParam() == Kind::Sqlite) { // the server itself refuses such texts
+        change += " UNION ALL SELECT id, 'alias_type', CAST(x'C3' AS TEXT) FROM paramdb_revision";
+        lines.insert(lines.begin(),
+                     Fault("table 'paramdb_text', column 'value', key 'alias_type': the text is no UTF-8"));
+    }
+    EXPECT_EQ(Import("paramdb_text", change, SmallSet()), lines);
+}
+
+// Without the numbers of rows there is nothing to hold the rows against.
+TEST_P(ImportFaults, CountsThatAreNone) {
+    bool const is_sqlite = GetParam() == Kind::Sqlite; // whose columns hold values of any type
+    for (std::string const count : {"NULL", "'many'", "'2x'"}) {
+        if (!is_sqlite && count != "NULL")
+            continue;
+        SCOPED_TRACE(count);
+        database().DropGuards("paramdb_content");
+        database().Run("DROP TABLE paramdb_content; CREATE TABLE paramdb_content (revision_id BIGINT, "
+                       "table_name TEXT, row_count BIGINT, table_type INTEGER); INSERT INTO paramdb_content "
+                       "SELECT id, 'TMode', " +
+                       count + ", 0 FROM paramdb_revision");
+        auto data = SmallSet();
+        EXPECT_FALSE(ImportTables(database().Connection(), data));
+        EXPECT_EQ(Difference(data, SmallSet()), "");
+        std::string const shown = count == "NULL" ? count : count.substr(1, count.size() - 2);
+        EXPECT_EQ(Messages(), Lines{"4 ParamDb::ImportTables(): Import from 'PLACE' failed: table "
+                                    "'paramdb_content', column 'row_count': " +
+                                    shown + " is no number"});
+    }
+}
+
 PARAMDB_BOTH_KINDS(ImportFaults);
 
 } // namespace

@@ -161,6 +161,23 @@ TEST_P(LocalCopyTest, CopyThatCannotBeWrittenOrRead) {
               database().Place());
 }
 
+// A database that was exported to is no copy of another one.
+TEST_P(LocalCopyTest, DatabaseThatIsNoCopy) {
+    ASSERT_TRUE(ExportTables(SmallSet(), database().Connection("#a")));
+    std::string const copy = "sqlite3:" + CopyName();
+    ASSERT_TRUE(ExportTables(SmallSet(), paramdb::FromUtf8(copy + "#a")));
+    for (std::string const change : {"SELECT 1", "CREATE TABLE paramdb_copy (place TEXT, copied TEXT)",
+                                     "INSERT INTO paramdb_copy VALUES ('one', 'now'), ('two', 'now')"}) {
+        SCOPED_TRACE(change);
+        test_support::RunSql(copy, change);
+        Away const away(database());
+        CDbTableSet set;
+        EXPECT_FALSE(Fetch(set));
+        EXPECT_EQ(Messages(), Lines{"4 ParamDb::ImportTables(): Import from 'PLACE' failed: " + Reason() +
+                                    ". The local copy '" + CopyName() + "' cannot be used: it is no copy"});
+    }
+}
+
 PARAMDB_BOTH_KINDS(LocalCopyTest);
 
 } // namespace

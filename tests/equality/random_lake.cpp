@@ -43,47 +43,10 @@ std::string NarrowTag(paramdb::TableDescription const& table) {
     return {tag.begin(), tag.end()};
 }
 
-std::string RandomField(paramdb::ColumnDescription const& column, Random& random) {
-    constexpr std::string_view wrong[] = {"2147483648", "-9223372036854775809", "1e999", "none", "x1", "--1"};
-    if (random.OneIn(200))
-        return std::string(random.Pick(wrong));
-    switch (column.type) {
-    case paramdb::FieldType::Int:
-        return RandomInteger(column.name, random);
-    case paramdb::FieldType::Unsigned:
-        return random.OneIn(10) ? "4294967295" : Number(random.Between(0, 15));
-    case paramdb::FieldType::Int64:
-        return Number(random.Between(-9, 9)).append(random.OneIn(2) ? "" : "0000000000");
-    case paramdb::FieldType::Float:
-    case paramdb::FieldType::Double:
-        return RandomReal(random);
-    case paramdb::FieldType::Text:
-        break;
-    }
-    return RandomText(column.name, random, random.OneIn(30) ? 230 : 16);
-}
-
 // An element of the key of measurement data: few values, so that keys fit the patterns among them, which only
 // the polygons have.
 std::string RandomElement(std::string_view tag, Random& random) {
     return Number(random.Between(tag == "<TIpTrackPolygon>" ? -1 : 0, 2));
-}
-
-std::string RandomRow(paramdb::TableDescription const& table, Random& random) {
-    std::string const tag = NarrowTag(table);
-    std::string row;
-    for (auto const* columns : {&table.key_columns, &table.row_columns}) {
-        for (auto const& column : *columns) {
-            if (random.OneIn(300))
-                return row;
-            row += row.empty() ? "" : random.OneIn(10) ? " \t " : " ";
-            bool const is_element = table.key == "QClavis" && columns == &table.key_columns;
-            row += is_element && (tag == "<TRelativeLimit>" || !random.OneIn(20))
-                       ? RandomElement(tag, random)
-                       : RandomField(column, random);
-        }
-    }
-    return row;
 }
 
 std::string RandomName(bool of_instrument, Random& random) {
@@ -204,6 +167,43 @@ std::string RandomDefinition(Random& random) {
         text += position + 1 < positions ? ";" : "";
     }
     return text;
+}
+
+std::string RandomField(paramdb::ColumnDescription const& column, Random& random) {
+    constexpr std::string_view wrong[] = {"2147483648", "-9223372036854775809", "1e999", "none", "x1", "--1"};
+    if (random.OneIn(200))
+        return std::string(random.Pick(wrong));
+    switch (column.type) {
+    case paramdb::FieldType::Int:
+        return RandomInteger(column.name, random);
+    case paramdb::FieldType::Unsigned:
+        return random.OneIn(10) ? "4294967295" : Number(random.Between(0, 15));
+    case paramdb::FieldType::Int64:
+        return Number(random.Between(-9, 9)).append(random.OneIn(2) ? "" : "0000000000");
+    case paramdb::FieldType::Float:
+    case paramdb::FieldType::Double:
+        return RandomReal(random);
+    case paramdb::FieldType::Text:
+        break;
+    }
+    return RandomText(column.name, random, random.OneIn(30) ? 230 : 16);
+}
+
+std::string RandomRow(paramdb::TableDescription const& table, Random& random) {
+    std::string const tag = NarrowTag(table);
+    std::string row;
+    for (auto const* columns : {&table.key_columns, &table.row_columns}) {
+        for (auto const& column : *columns) {
+            if (random.OneIn(300))
+                return row;
+            row += row.empty() ? "" : random.OneIn(10) ? " \t " : " ";
+            bool const is_element = table.key == "QClavis" && columns == &table.key_columns;
+            row += is_element && (tag == "<TRelativeLimit>" || !random.OneIn(20))
+                       ? RandomElement(tag, random)
+                       : RandomField(column, random);
+        }
+    }
+    return row;
 }
 
 std::string RandomLake(Random& random) {

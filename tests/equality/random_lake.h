@@ -4,6 +4,8 @@
 // cannot be read, some rows are short, some numbers stand at the limits of their types.
 #pragma once
 
+#include <paramdb/tables/catalogue.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
@@ -40,6 +42,10 @@ int RandomInstrument(Random& random);
 std::string RandomDefinition(Random& random);
 // A number with a point, an exponent, both or neither, of any size, positive or negative.
 std::string RandomReal(Random& random);
+// A field as a row of a file has it: mostly one that the column takes.
+std::string RandomField(paramdb::ColumnDescription const& column, Random& random);
+// A row of a table, now and then a short one.
+std::string RandomRow(paramdb::TableDescription const& table, Random& random);
 // The bytes of a lake.
 std::string RandomLake(Random& random);
 

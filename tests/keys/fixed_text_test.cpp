@@ -121,6 +121,24 @@ TEST(FixedText, MovesTakeTheTextAlong) {
     EXPECT_EQ(next, L"text");
 }
 
+TEST(FixedText, MovesTakeTheRoomAlong) {
+    CFixedText small(L"ab");
+    CFixedText large(L"0123456789");
+    wchar_t const* const place = large.c_str();
+    small = std::move(large);
+    EXPECT_EQ(small.HeapBytes(), 11 * sizeof(wchar_t));
+    CFixedText const other(L"abcdefghij");
+    small = other;
+    EXPECT_EQ(small, L"abcdefghij");
+    EXPECT_EQ(small.c_str(), place);
+
+    CFixedText const taken(std::move(small));
+    EXPECT_EQ(taken.HeapBytes(), 11 * sizeof(wchar_t));
+    small = CFixedText();
+    EXPECT_EQ(small.HeapBytes(), 0U);
+    EXPECT_EQ(small, L"");
+}
+
 TEST(FixedText, AssigningATextToItselfOrFromItself) {
     CFixedText text(L"abcdef");
     CFixedText& alias = text;

@@ -119,15 +119,19 @@ TEST_F(ParamServerTest, HandleOntoAnotherDistillery) {
 }
 
 TEST_F(ParamServerTest, PurgeKeepsTheFlagAndClearKeepsTheTexts) {
-    FillLake(std::string(Version) + "<QLearn><FLearnArcName>: a.rla\n");
+    FillLake(std::string(Version) + "<QLearn><FLearnArcName>: a.rla\n<TMode>: {\n1 idle\n}\n");
     ASSERT_TRUE(instance.ReadTablesFromCandidateLake());
+    EXPECT_EQ(instance.Mode().size(), 1u);
     CQtParamServer::Object().Clear();
     EXPECT_FALSE(instance.Initialized());
     EXPECT_EQ(instance.LearnFileName(), L"a.rla");
+    EXPECT_EQ(instance.Mode().size(), 0u);
     ASSERT_TRUE(instance.ReadTablesFromCandidateLake());
+    EXPECT_EQ(instance.Mode().size(), 1u);
     instance.PurgeTables();
     EXPECT_TRUE(instance.Initialized());
     EXPECT_EQ(instance.LearnFileName(), L"");
+    EXPECT_EQ(instance.Mode().size(), 0u);
 }
 
 TEST_F(ParamServerTest, ShowIdsInDialogsLivesInTheMessageSea) {

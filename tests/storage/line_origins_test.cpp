@@ -65,6 +65,24 @@ TEST_F(LineOriginsTest, LinesOfAFile) {
     EXPECT_EQ(origins.Find(CLake::CNode()), std::nullopt);
 }
 
+TEST_F(LineOriginsTest, BytesOfNoFile) {
+    char const elsewhere = 'x';
+    {
+        CLake const empty(File(u8"empty.lake", "").c_str());
+        LineOrigins const origins(empty);
+        EXPECT_EQ(origins.Find(&elsewhere), std::nullopt);
+        EXPECT_EQ(Origins(empty), Texts{});
+    }
+    CLake const lake(File(u8"one.lake", "a: 1").c_str());
+    LineOrigins const origins(lake);
+    std::string_view const bytes = origins.Files().front().bytes;
+    EXPECT_EQ(origins.Find(bytes.data()), (LineOrigin{0, 1, 1}));
+    EXPECT_EQ(origins.Find(bytes.data() + bytes.size()), (LineOrigin{0, 1, 5})); // the end is a part of it
+    EXPECT_EQ(origins.Find(&elsewhere), std::nullopt);
+    std::string const on_heap(100, 'x');
+    EXPECT_EQ(origins.Find(on_heap.data()), std::nullopt);
+}
+
 TEST_F(LineOriginsTest, AfterMergingAndCopying) {
     CLake lake(File(u8"a.lake", "a: 1\nb: {\n1\n}\n").c_str());
     {

@@ -96,6 +96,20 @@ TEST_F(FormatVerbTest, AFaultyFileDoesNotKeepTheOthers) {
     EXPECT_EQ(Bytes(loose), Neat);
 }
 
+TEST_F(FormatVerbTest, LeavesWhatIsNestedTooDeep) {
+    std::string text = "k:v\n";
+    for (int level = 0; level < 200; ++level)
+        text += "{\n";
+    std::string const deep = File(u8"deep.lake", text);
+    for (char const* const option : {"--check", "--stdout", "--"}) {
+        auto const run = RunCommand({"format", option, deep});
+        EXPECT_EQ(run.code, 2);
+        EXPECT_EQ(run.out, "");
+        EXPECT_EQ(run.err, "paramdb: " + deep +
+                               ": sections stand deeper than 100 levels; the file was left as it is\n");
+    }
+}
+
 TEST_F(FormatVerbTest, TheExampleLoadsAsBefore) {
     std::string const gearbox =
         File(u8"gearbox.lake", test_support::ReadBytes(std::filesystem::path(PARAMDB_SOURCE_DIR) /

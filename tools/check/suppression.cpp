@@ -113,17 +113,9 @@ private:
     }
 
     // The section that the line closes, else the next line that is no comment, or the section that it opens.
-    void SetLines(Directive& directive, std::size_t line, bool closes) const {
+    void SetLines(Directive& directive, std::size_t line, bool closes) {
         LineOrigins::File const& file = m_context.Files()[directive.file];
-        std::size_t target = line;
-        if (!closes) {
-            auto const is_comment = [](LakeLine const& parts) {
-                return parts.key.empty() && parts.value.empty();
-            };
-            do
-                ++target;
-            while (target <= file.line_begins.size() && is_comment(Split(file.Line(target))));
-        }
+        std::size_t const target = closes ? line : LineBehindComments(directive.file, line);
         directive.first_line = directive.last_line = target;
         OutlineSection const* const section = m_context.Lines().SectionAt({directive.file, target});
         if (section == nullptr)
@@ -136,6 +128,21 @@ private:
             directive.first_line = opener.file == directive.file ? opener.line : 1;
             directive.last_line = closer.file == directive.file ? closer.line : file.line_begins.size();
         }
+    }
+
+    // Comments that stand together have the same line behind them, which is looked for once.
+    std::size_t LineBehindComments(std::size_t file, std::size_t line) {
+        LineOrigins::File const& lines = m_context.Files()[file];
+        auto const is_comment = [](LakeLine const& parts) {
+            return parts.key.empty() && parts.value.empty();
+        };
+        if (file == m_comments.file && line >= m_comments.first && line < m_comments.behind)
+            return m_comments.behind;
+        m_comments = {file, line, line + 1};
+        while (m_comments.behind <= lines.line_begins.size() &&
+               is_comment(Split(lines.Line(m_comments.behind))))
+            ++m_comments.behind;
+        return m_comments.behind;
     }
 
     std::string_view TakeWord() {
@@ -155,26 +162,53 @@ private:
     CheckContext const& m_context;
     FindingList& m_findings;
     std::string_view m_rest;
+    struct {
+        std::size_t file = 0;
+        std::size_t first = 0;
+        std::size_t behind = 0;
+    } m_comments; // the last ones
     std::vector<Directive> m_directives;
 };
 
-bool IsFor(CheckContext const& context, Directive const& directive, Place const& place) {
-    if (place.file != directive.file || place.line < directive.first_line || place.line > directive.last_line)
-        return false;
-    if (!directive.keys)
-        return true;
-    LakeLine const line = Split(context.Files()[place.file].Line(place.line));
-    RowBuffer row(*directive.table);
-    return line.key.empty() && !line.value.empty() && row.Read(line.value) &&
-           directive.keys->Matches(row.Key());
-}
+// A finding, and the row on its line as soon as a directive for keys asks for it.
+class FoundRow {
+public:
+    FoundRow(CheckContext const& context, Finding const& finding) : m_context(context), m_finding(finding) {}
+
+    bool IsOf(Directive const& directive) {
+        Place const& place = m_finding.place;
+        if (place.file != directive.file || place.line < directive.first_line ||
+            place.line > directive.last_line)
+            return false;
+        if (!directive.keys)
+            return true;
+        if (!m_row || m_table != directive.table)
+            Read(*directive.table);
+        return m_is_row && directive.keys->Matches(m_row->Key());
+    }
+
+private:
+    void Read(TableDescription const& table) {
+        Place const& place = m_finding.place;
+        LakeLine const line = Split(m_context.Files()[place.file].Line(place.line));
+        m_table = &table;
+        m_row.emplace(table);
+        m_is_row = line.key.empty() && !line.value.empty() && m_row->Read(line.value);
+    }
+
+    CheckContext const& m_context;
+    Finding const& m_finding;
+    TableDescription const* m_table = nullptr;
+    std::optional<RowBuffer> m_row;
+    bool m_is_row = false;
+};
 
 bool IsDisabled(CheckContext const& context, std::vector<Directive>& directives, Finding const& finding) {
+    FoundRow row(context, finding);
     bool is_disabled = false;
     for (Directive& directive : directives) {
         for (Directive::Word& word : directive.words) {
-            if ((word.code == nullptr || word.code == finding.code) &&
-                IsFor(context, directive, finding.place))
+            if ((word.code == nullptr || word.code == finding.code) && row.IsOf(directive))
                 is_disabled = word.is_used = true;
         }
     }

@@ -90,21 +90,24 @@ private:
         });
     }
 
-    CVAutoModeParams const* ParamOf(std::int64_t signal) const {
+    // The parameter of each signal, the first where the grid has several.
+    std::map<std::int64_t, CVAutoModeParams const*> ParamsBySignal() const {
+        std::map<std::int64_t, CVAutoModeParams const*> by_signal;
         for (auto const& [order, params] : m_context.Parameters().AutoModeParams())
-            if (params.SignalId == signal)
-                return &params;
-        return nullptr;
+            by_signal.try_emplace(params.SignalId, &params);
+        return by_signal;
     }
 
     bool CheckIntervals() {
+        auto const by_signal = ParamsBySignal();
         std::size_t const stop_column = m_params.Column("stop");
         std::size_t const step_column = m_params.Column("step");
         bool good = true;
         m_params.VisitRows([&](CheckedRow const& row) {
-            CVAutoModeParams const* const params = ParamOf(row.Integer(0));
-            if (params == nullptr)
+            auto const found = by_signal.find(row.Integer(0));
+            if (found == by_signal.end())
                 return;
+            CVAutoModeParams const* const params = found->second;
             int const count = CQtModeInfo::Intervals(*params);
             if (count < 1) {
                 good = false;

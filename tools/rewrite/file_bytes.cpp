@@ -1,7 +1,7 @@
 #include "tools/rewrite/file_bytes.h"
 
 #include <paramdb/platform/core/utf8.h>
-#include <paramdb/platform/framework/cfile.h>
+#include <paramdb/platform/framework/read_file.h>
 #include <paramdb/storage/lake_line.h>
 
 #include "tools/databases.h"
@@ -12,25 +12,17 @@
 namespace paramdb::tools {
 
 std::optional<std::string> ReadFileBytes(std::string const& name, std::string& fault) {
-    std::string bytes;
     try {
         CFile file;
         CFileException error;
         if (!file.Open(FromUtf8(name).c_str(), CFile::modeRead | CFile::shareDenyNone | CFile::typeBinary,
                        &error))
             throw CFileException(error);
-        constexpr unsigned piece = 1U << 20;
-        for (unsigned taken = piece; taken == piece;) {
-            std::size_t const size = bytes.size();
-            bytes.resize(size + piece);
-            taken = file.Read(bytes.data() + size, piece);
-            bytes.resize(size + taken);
-        }
+        return ReadToEnd(file);
     } catch (CFileException const& error) {
         fault = error.what();
         return std::nullopt;
     }
-    return bytes;
 }
 
 std::string ParameterFileFault(std::string_view bytes) {

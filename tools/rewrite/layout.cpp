@@ -8,6 +8,7 @@
 #include "tools/rewrite/message_list.h"
 #include "tools/rewrite/row_layout.h"
 
+#include <algorithm>
 #include <iterator>
 #include <memory>
 
@@ -117,6 +118,12 @@ bool IsSameNode(CLake::CNode const& left, CLake::CNode const& right) {
 }
 
 } // namespace
+
+bool HasLayout(std::string_view bytes) {
+    auto const lines = OutlineOf(bytes).lines;
+    return std::none_of(lines.begin(), lines.end(),
+                        [](OutlineLine const& line) { return line.level > MostLevels; });
+}
 
 std::string CanonicalLayout(std::string_view bytes) {
     LakeOutline const outline = OutlineOf(bytes);

@@ -23,7 +23,14 @@
 
 namespace paramdb::tools {
 
-// The file in its canonical layout. The same for a text that is in it already.
+// Sections deeper than this have no layout: a tab for each level of each line would take more than the file
+// itself, a million levels a terabyte.
+inline constexpr std::size_t MostLevels = 100;
+
+// Whether the file has a canonical layout.
+bool HasLayout(std::string_view bytes);
+
+// The file in its canonical layout, which it must have. The same for a text that is in it already.
 std::string CanonicalLayout(std::string_view bytes);
 
 // Whether a text reads as another one that differs from it in layout alone: the same lines, but for the

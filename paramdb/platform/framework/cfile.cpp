@@ -87,7 +87,10 @@ void CFile::Write(void const* buffer, unsigned count) {
     unsigned done = 0;
     while (done < count) {
         auto const rest = static_cast<char const*>(buffer) + done;
-        done += static_cast<unsigned>(Checked(file_system::Write(m_handle, rest, count - done)));
+        auto const put = Checked(file_system::Write(m_handle, rest, count - done));
+        if (put == 0) // would go on for ever
+            throw CFileException(file_system::NoProgressError);
+        done += static_cast<unsigned>(put);
     }
 }
 

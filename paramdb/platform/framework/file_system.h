@@ -24,8 +24,18 @@ struct OpenMode {
 
 enum class From { begin, current, end };
 
-// The error of an object that has a file open already.
+// A name as the system takes it.
+#ifdef _WIN32
+using NativeText = std::wstring;
+#else
+using NativeText = std::string;
+#endif
+
+// The errors of an object that has a file open already, of a file that takes no more bytes without saying
+// why, and of one that has more than can be read.
 extern int const InUseError;
+extern int const NoProgressError;
+extern int const TooLargeError;
 
 [[nodiscard]] int LastError() noexcept;
 [[nodiscard]] std::wstring ErrorText(int code);
@@ -33,7 +43,7 @@ extern int const InUseError;
 
 // NoHandle on a failure; a directory and a name with a zero in it are failures. Others may open the same file
 // in any way.
-[[nodiscard]] Handle Open(std::wstring const& name, OpenMode mode) noexcept;
+[[nodiscard]] Handle Open(std::wstring const& name, OpenMode mode);
 // False on a failure; the handle is gone either way.
 bool Close(Handle handle) noexcept;
 
@@ -61,11 +71,11 @@ struct Target {
 // Finds the target of a name and whether it may be written; false for one that may not, or that is a
 // directory.
 [[nodiscard]] bool FindTarget(std::wstring const& name, Target& target);
-[[nodiscard]] Handle OpenDirect(Target const& target) noexcept;
+[[nodiscard]] Handle OpenDirect(Target const& target);
 // Makes a new file beside the target, with its permissions, and tells its name.
-[[nodiscard]] Handle CreateBeside(Target const& target, std::wstring& name);
-// Gives the file the target's name in one step and makes that last.
-[[nodiscard]] bool MoveOver(std::wstring const& name, Target const& target);
-void Remove(std::wstring const& name) noexcept;
+[[nodiscard]] Handle CreateBeside(Target const& target, NativeText& name);
+// Gives the file the target's name in one step and makes that last. An exception leaves both as they were.
+[[nodiscard]] bool MoveOver(NativeText const& name, Target const& target);
+void Remove(NativeText const& name) noexcept;
 
 } // namespace paramdb::file_system

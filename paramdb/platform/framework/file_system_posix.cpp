@@ -12,6 +12,7 @@
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 namespace paramdb::file_system {
 namespace {
@@ -75,6 +76,8 @@ bool IsNothingToFlush(int code) {
 } // namespace
 
 int const InUseError = EBUSY;
+int const NoProgressError = EIO;
+int const TooLargeError = EFBIG;
 
 int LastError() noexcept {
     return errno;
@@ -88,7 +91,7 @@ bool MeansNotFound(int code) noexcept {
     return code == ENOENT || code == ENOTDIR;
 }
 
-Handle Open(std::wstring const& name, OpenMode mode) noexcept {
+Handle Open(std::wstring const& name, OpenMode mode) {
     std::string const native = NativeName(name);
     if (native.empty())
         return NoHandle;
@@ -160,19 +163,19 @@ bool FindTarget(std::wstring const& name, Target& target) {
     return true;
 }
 
-Handle OpenDirect(Target const& target) noexcept {
+Handle OpenDirect(Target const& target) {
     // At the end, not at the start: standard output that was sent to a file may hold something already.
     std::string const native = NativeName(target.name);
     return Retry([&] { return ::open(native.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC | O_NOCTTY); });
 }
 
-Handle CreateBeside(Target const& target, std::wstring& name) {
+Handle CreateBeside(Target const& target, NativeText& name) {
     // A name of its own length: one made from the target's could be longer than the file system allows.
     static std::atomic<unsigned> counter{0};
     std::string const prefix = FolderOf(ToUtf8(target.name)) + ".paramdb-" + std::to_string(getpid()) + "-";
     constexpr int MostTries = 1000; // files of that name can only be left over from a crash
     for (int attempt = 0; attempt < MostTries; ++attempt) {
-        std::string const native = prefix + std::to_string(counter++) + ".tmp";
+        std::string native = prefix + std::to_string(counter++) + ".tmp";
         int const flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW;
         int const fd = Retry([&] { return ::open(native.c_str(), flags, target.exists ? 0600 : 0666); });
         if (fd < 0 && errno == EEXIST)
@@ -189,19 +192,19 @@ Handle CreateBeside(Target const& target, std::wstring& name) {
             errno = code;
             return NoHandle;
         }
-        name = FromUtf8(native);
+        name = std::move(native); // nothing that could fail: the file is there
         return fd;
     }
     return NoHandle;
 }
 
-bool MoveOver(std::wstring const& name, Target const& target) {
+bool MoveOver(NativeText const& name, Target const& target) {
     std::string const to = ToUtf8(target.name);
-    if (::rename(ToUtf8(name).c_str(), to.c_str()) != 0)
+    std::string const folder = FolderOf(to);
+    if (::rename(name.c_str(), to.c_str()) != 0)
         return false;
     // The new name lasts once its folder is on the medium. The replacement is done, so this is no failure any
     // more.
-    std::string const folder = FolderOf(to);
     int const fd = ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (fd >= 0) {
         Retry([=] { return ::fsync(fd); });
@@ -210,8 +213,8 @@ bool MoveOver(std::wstring const& name, Target const& target) {
     return true;
 }
 
-void Remove(std::wstring const& name) noexcept {
-    ::unlink(ToUtf8(name).c_str());
+void Remove(NativeText const& name) noexcept {
+    ::unlink(name.c_str());
 }
 
 } // namespace paramdb::file_system

@@ -100,6 +100,8 @@ bool MoveNow(std::wstring const& name, Target const& target) {
 } // namespace
 
 int const InUseError = ERROR_BUSY;
+int const NoProgressError = ERROR_WRITE_FAULT;
+int const TooLargeError = ERROR_FILE_TOO_LARGE;
 
 int LastError() noexcept {
     return static_cast<int>(GetLastError());
@@ -120,7 +122,7 @@ bool MeansNotFound(int code) noexcept {
            code == ERROR_BAD_NETPATH || code == ERROR_BAD_NET_NAME;
 }
 
-Handle Open(std::wstring const& name, OpenMode mode) noexcept {
+Handle Open(std::wstring const& name, OpenMode mode) {
     std::wstring const native = NativeName(name);
     if (native.empty())
         return NoHandle;
@@ -181,6 +183,10 @@ bool FindTarget(std::wstring const& name, Target& target) {
                                     FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file == INVALID_HANDLE_VALUE)
         return GetLastError() == ERROR_FILE_NOT_FOUND;
+    struct Closing {
+        HANDLE file;
+        ~Closing() { CloseHandle(file); }
+    } const closing{file};
     target.exists = true;
     target.direct = GetFileType(file) != FILE_TYPE_DISK;
     BY_HANDLE_FILE_INFORMATION information{};
@@ -188,17 +194,16 @@ bool FindTarget(std::wstring const& name, Target& target) {
                            (information.dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0;
     if (!target.direct)
         target.name = FinalName(file, native);
-    CloseHandle(file);
     if (read_only) // some systems let the mighty open it
         SetLastError(ERROR_ACCESS_DENIED);
     return !read_only;
 }
 
-Handle OpenDirect(Target const& target) noexcept {
+Handle OpenDirect(Target const& target) {
     return Open(target.name, {.read = false, .write = true});
 }
 
-Handle CreateBeside(Target const& target, std::wstring& name) {
+Handle CreateBeside(Target const& target, NativeText& name) {
     static std::atomic<unsigned> counter{0};
     std::size_t const slash = target.name.find_last_of(L"\\/:");
     std::wstring const folder =
@@ -217,7 +222,7 @@ Handle CreateBeside(Target const& target, std::wstring& name) {
     return NoHandle;
 }
 
-bool MoveOver(std::wstring const& name, Target const& target) {
+bool MoveOver(NativeText const& name, Target const& target) {
     if (target.exists)
         TakeOverRights(target.name, name);
     // Virus scanners and indexers open every new file for a moment, and a file that somebody has open without
@@ -232,7 +237,7 @@ bool MoveOver(std::wstring const& name, Target const& target) {
     return true;
 }
 
-void Remove(std::wstring const& name) noexcept {
+void Remove(NativeText const& name) noexcept {
     DeleteFileW(name.c_str());
 }
 

@@ -35,7 +35,7 @@ public:
 
 private:
     file_system::Target const& m_target;
-    std::wstring m_name;
+    file_system::NativeText m_name;
     CFile m_file;
     bool m_moved = false;
 };

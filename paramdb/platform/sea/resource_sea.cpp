@@ -1,5 +1,6 @@
 #include <paramdb/platform/framework/cfile.h>
 #include <paramdb/platform/framework/cstring.h>
+#include <paramdb/platform/framework/read_file.h>
 #include <paramdb/platform/framework/replace_file.h>
 #include <paramdb/platform/sea/pr_win.h>
 #include <paramdb/platform/sea/resource_sea.h>
@@ -17,20 +18,6 @@ std::wstring OrEmpty(wchar_t const* text) {
     return text ? text : L"";
 }
 
-// The whole file; throws CFileException. The length is not asked for, since a pipe has none.
-std::string ReadAll(CFile& file) {
-    std::string bytes;
-    constexpr unsigned Piece = 65536;
-    while (true) {
-        std::size_t const size = bytes.size();
-        bytes.resize(size + Piece);
-        unsigned const got = file.Read(bytes.data() + size, Piece);
-        bytes.resize(size + got);
-        if (got < Piece)
-            return bytes;
-    }
-}
-
 void Report(std::wstring const& name, int line) {
     CString text;
     text.Format(L"CResourceSea::Open(): Line %d of file '%s' makes no sense and is left out\n", line,
@@ -46,7 +33,7 @@ bool CResourceSea::Open(std::wstring const& name, std::wstring* reason) {
         CFile file;
         CFileException error;
         if (file.Open(name.c_str(), CFile::modeRead | CFile::shareDenyNone | CFile::typeBinary, &error))
-            content = paramdb::ReadSeaText(ReadAll(file));
+            content = paramdb::ReadSeaText(paramdb::ReadToEnd(file));
         else if (name.empty() || !error.IsNotFound())
             throw error;
     } catch (CFileException const& error) {
@@ -54,9 +41,11 @@ bool CResourceSea::Open(std::wstring const& name, std::wstring* reason) {
             *reason = error.Text();
         return false;
     }
-    m_lists = std::move(content.lists);
-    m_values = std::move(content.values);
-    m_file_name = name;
+    // Content and binding change together, or neither where memory ends.
+    std::wstring file_name = name;
+    m_lists.swap(content.lists);
+    m_values.swap(content.values);
+    m_file_name.swap(file_name);
     for (int const line : content.bad_lines)
         Report(name, line);
     return true;

@@ -79,6 +79,8 @@ TEST_F(XListChecks, TheMarkInAHeading) {
     list.SetHeaderCheckedState(0, 99);
     EXPECT_EQ(list.GetHeaderCheckedState(0), 3);
     EXPECT_EQ(list.GetHeaderCheckedState(5), 0);
+    EXPECT_EQ(list.GetHeaderCheckedState(-1), 0);
+    EXPECT_EQ(list.GetHeaderMark(-1), -1);
     EXPECT_EQ(list.GetHeaderMark(0), 0); // no box at all
     for (int i = 0; i < 3; ++i)
         list.SetCheckbox(i, 0, 0);
@@ -153,6 +155,9 @@ TEST_F(XListChecks, Combos) {
     EXPECT_EQ(list.GetComboCurSel(1, 1), -1);
     EXPECT_FALSE(list.ChooseInCombo(1, 1, 4));
     EXPECT_FALSE(list.SetComboBox(9, 1, choices, 4));
+    EXPECT_EQ(list.GetComboBox(9, 1), nullptr);
+    EXPECT_EQ(list.GetComboCurSel(9, 1), -1);
+    EXPECT_FALSE(list.ChooseInCombo(9, 1, 4));
     EXPECT_TRUE(list.SetComboBox(1, 1, choices, 4));
     EXPECT_EQ(list.GetComboBox(1, 1), &choices);
     EXPECT_EQ(list.GetItemText(1, 1), L"four");

@@ -2,6 +2,7 @@
 #include <paramdb/platform/framework/sys_color.h>
 
 #include <gtest/gtest.h>
+#include <memory>
 #include <tests/support/view_log.h>
 
 namespace {
@@ -167,6 +168,13 @@ TEST_F(XListTest, WhatIsNotThere) {
         EXPECT_FALSE(list.SetEnabled(item, true));
         EXPECT_FALSE(list.GetEnabled(item));
     }
+    for (int const column : {-1, 2}) {
+        EXPECT_EQ(list.GetColumnWidth(column), 0);
+        EXPECT_FALSE(list.SetColumnWidth(column, 9));
+        EXPECT_FALSE(list.DeleteColumn(column));
+        EXPECT_FALSE(list.SetHeaderCheckedState(column, 1));
+    }
+    EXPECT_EQ(list.InsertColumn(-1, L"x"), -1);
     EXPECT_EQ(view.Take(), Events{});
 }
 
@@ -254,6 +262,19 @@ TEST_F(XListTest, ItsContentGoesWithItsWindow) {
     EXPECT_EQ(list.GetColumnCount(), 0);
     EXPECT_EQ(list.GetItemCount(), 0);
     EXPECT_EQ(view.Take(), (Events{"content", "columns", "destroyed"}));
+}
+
+TEST_F(XListTest, AViewMayDestroyTheListWhileItsColumnsGo) {
+    struct Destroyer : CWndView {
+        std::unique_ptr<CXListCtrl> doomed = std::make_unique<CXListCtrl>();
+        void OnContentChanged() override { doomed.reset(); }
+    } view;
+    CXListCtrl& doomed = *view.doomed;
+    doomed.InsertColumn(0, L"a");
+    doomed.InsertItem(0, L"row");
+    view.Attach(doomed);
+    EXPECT_TRUE(doomed.DeleteAllColumns());
+    EXPECT_EQ(view.doomed, nullptr);
 }
 
 } // namespace

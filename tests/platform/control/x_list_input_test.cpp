@@ -213,4 +213,19 @@ TEST_F(XListInput, AViewMayDestroyTheListInTheMiddle) {
     EXPECT_EQ(view.doomed, nullptr);
 }
 
+TEST_F(XListInput, AViewMayDestroyTheListWhoseHeadingIsClicked) {
+    struct Destroyer : CWndView {
+        std::unique_ptr<CXListCtrl> doomed = std::make_unique<CXListCtrl>();
+        void OnHeaderChanged(int) override { doomed.reset(); }
+    } view;
+    CXListCtrl& doomed = *view.doomed;
+    doomed.InsertColumn(0, L"a", 0, 50);
+    doomed.InsertItem(0, L"row");
+    doomed.SetCheckbox(0, 0, 0);
+    doomed.SetHeaderCheckedState(0, 1);
+    view.Attach(doomed);
+    doomed.ClickColumn(0);
+    EXPECT_EQ(view.doomed, nullptr);
+}
+
 } // namespace

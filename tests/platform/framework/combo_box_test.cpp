@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <memory>
 #include <random>
 #include <tests/support/view_log.h>
 
@@ -145,6 +146,25 @@ TEST(ComboBox, ChoosingTellsTheParent) {
     EXPECT_EQ(parent.commands[0].second, reinterpret_cast<LPARAM>(combo.GetSafeHwnd()));
     combo.DestroyWindow();
     EXPECT_EQ(combo.GetCount(), 0);
+}
+
+TEST(ComboBox, AViewMayDestroyItInTheMiddle) {
+    struct Parent : CWnd {
+        int commands = 0;
+        LRESULT OnMessage(UINT, WPARAM, LPARAM) override { return ++commands; }
+    } parent;
+    struct Destroyer : CWndView {
+        std::unique_ptr<CComboBox> doomed = std::make_unique<CComboBox>();
+        void OnSelectionChanged() override { doomed.reset(); }
+    } view;
+    parent.Create();
+    CComboBox& doomed = *view.doomed;
+    doomed.Create(&parent, 17);
+    doomed.AddString(L"a");
+    view.Attach(doomed);
+    doomed.Choose(0);
+    EXPECT_EQ(view.doomed, nullptr);
+    EXPECT_EQ(parent.commands, 0);
 }
 
 TEST(ComboBox, RandomSortedAgainstAModel) {

@@ -190,6 +190,23 @@ TEST(CString, Trim) {
     EXPECT_EQ(CString(L"\u001A").Trim(), L"\u001A");
 }
 
+TEST(CString, TrimKnowsTheWhiteSpaceOfEverySystem) {
+    struct {
+        int first, last;
+    } const ranges[] = {{0x09, 0x0D},     {0x20, 0x20},     {0x85, 0x85},     {0xA0, 0xA0},
+                        {0x1680, 0x1680}, {0x2000, 0x200A}, {0x2028, 0x2029}, {0x202F, 0x202F},
+                        {0x205F, 0x205F}, {0x3000, 0x3000}};
+    for (int unit = 1; unit <= 0xFFFF; ++unit) {
+        bool is_space = false;
+        for (auto const& [first, last] : ranges)
+            is_space = is_space || (first <= unit && unit <= last);
+        CString const text(std::wstring(1, static_cast<wchar_t>(unit)).c_str());
+        ASSERT_EQ(CString(text).Trim().IsEmpty(), is_space) << std::hex << unit;
+        ASSERT_EQ(CString(text).TrimLeft().IsEmpty(), is_space) << std::hex << unit;
+        ASSERT_EQ(CString(text).TrimRight().IsEmpty(), is_space) << std::hex << unit;
+    }
+}
+
 TEST(CString, Replace) {
     CString text = L"aXbXXc";
     EXPECT_EQ(text.Replace(L"X", L"--"), 3);

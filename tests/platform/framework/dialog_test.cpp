@@ -160,6 +160,7 @@ TEST_F(DialogTest, SpeaksTenLanguages) {
         {Language::czech, L"Zad\u00E1n\u00ED kl\u00ED\u010De", L"Storno"},
         {Language::hungarian, L"Kulcs megad\u00E1sa", L"M\u00E9gse"},
         {Language::chinese, L"\u6307\u5B9A\u952E", L"\u53D6\u6D88"},
+        {static_cast<Language>(0x415), L"Key Specification", L"Cancel"}, // one that is not known
     };
     for (auto const& [language, title, cancel] : cases) {
         CLibMgr::SetLanguage(language);

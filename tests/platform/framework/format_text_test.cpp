@@ -50,6 +50,9 @@ TEST(FormatText, Integers) {
         L"-9223372036854775808 9223372036854775807");
     EXPECT_EQ(Text(L"%llu %I64u", ~0ull, 1ull), L"18446744073709551615 1");
     EXPECT_EQ(Text(L"%zu %td %jd", std::size_t{7}, std::ptrdiff_t{-7}, std::intmax_t{-8}), L"7 -7 -8");
+    EXPECT_EQ(Text(L"%zd %tu %zx", std::ptrdiff_t{-7}, std::size_t{8}, std::size_t{255}), L"-7 8 ff");
+    EXPECT_EQ(Text(L"%zu", std::numeric_limits<std::size_t>::max()),
+              std::to_wstring(std::numeric_limits<std::size_t>::max()));
     EXPECT_EQ(Text(L"%I32d", -9), L"-9");
     EXPECT_EQ(Text(L"%hhd %hd %hhu %hu", 257, 65537, 257, 65537), L"1 1 1 1");
     EXPECT_EQ(Text(L"%x %X %o %#x %#X %#o %#x", 255u, 255u, 8u, 255u, 255u, 8u, 0u),
@@ -58,6 +61,9 @@ TEST(FormatText, Integers) {
     EXPECT_EQ(Text(L"%*d|%*d", 5, 42, -5, 42), L"   42|42   ");
     EXPECT_EQ(Text(L"%.3d|%6.3d|%06.3d|%.0d|%.*d", 7, 7, 7, 0, -1, 0), L"007|   007|   007||0");
     EXPECT_EQ(Text(L"%-05d|", 42), L"42   |");
+    EXPECT_EQ(Text(L"%-*d|%-*d|%*d|", 5, 42, -5, 42, 0, 42), L"42   |42   |42|");
+    EXPECT_EQ(Text(L"%.0d|%.0u|%.0x|%.0o|%.0d", 0, 0u, 0u, 0u, 7), L"||||7");
+    EXPECT_EQ(Text(L"%#.0o|%#o|%#.3o|%#.1o|%#.0x", 0u, 0u, 8u, 8u, 0u), L"0|0|010|010|");
     EXPECT_EQ(Text(L"%s %d %s", L"a", 1, L"b"), L"a 1 b");
 }
 
@@ -74,6 +80,9 @@ TEST(FormatText, Floats) {
     EXPECT_EQ(Text(L"%f %5.1f %05f %G %f", infinity, -infinity, infinity, infinity,
                    std::numeric_limits<double>::quiet_NaN()),
               L"inf  -inf   inf INF nan");
+    double const nan = std::numeric_limits<double>::quiet_NaN();
+    EXPECT_EQ(Text(L"%F %E %G %F", nan, nan, nan, -infinity), L"NAN NAN NAN -INF");
+    EXPECT_EQ(Text(L"%F %.2F", 0.5, -2.125), L"0.500000 -2.12");
     EXPECT_EQ(Text(L"%f", std::numeric_limits<double>::max()).size(), 316u);
     EXPECT_EQ(Text(L"%.400f", 1.0).size(), 402u);
 }

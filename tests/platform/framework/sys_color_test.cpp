@@ -56,10 +56,14 @@ TEST(Geometry, PointsInRectangles) {
     EXPECT_EQ(rect.Width(), 4);
     EXPECT_EQ(rect.Height(), 7);
     EXPECT_EQ(rect, CRect(1, 2, 5, 9));
-    EXPECT_FALSE(rect == CRect());
+    for (CRect const other :
+         {CRect(0, 2, 5, 9), CRect(1, 0, 5, 9), CRect(1, 2, 0, 9), CRect(1, 2, 5, 0), CRect()})
+        EXPECT_FALSE(rect == other);
     EXPECT_EQ(CPoint(POINT{3, 4}), CPoint(3, 4));
     EXPECT_EQ(CSize(3, 4), CSize(3, 4));
     EXPECT_FALSE(CSize(3, 4) == CSize());
+    EXPECT_FALSE(CSize(3, 4) == CSize(3, 5));
+    EXPECT_FALSE(CPoint(3, 4) == CPoint(3, 5));
 }
 
 } // namespace

@@ -149,6 +149,49 @@ TEST(Wnd, TheKeyboardHasOnePlace) {
     EXPECT_EQ(CWnd::GetFocus(), nullptr);
 }
 
+// A window that does something when it loses the keyboard.
+class Leaver : public CWnd {
+public:
+    std::function<void()> action;
+
+protected:
+    void OnKillFocus(CWnd*) override { action(); }
+};
+
+TEST(Wnd, WhoeverLosesTheKeyboardMayTakeItElsewhere) {
+    Window third;
+    third.Create();
+    Leaver leaver;
+    leaver.Create();
+    leaver.SetFocus();
+    auto next = std::make_unique<Window>();
+    next->Create();
+    leaver.action = [&] { third.SetFocus(); };
+    next->SetFocus();
+    EXPECT_EQ(CWnd::GetFocus(), &third);
+    EXPECT_EQ(next->events, (Events{"prepare", "focus to a window"}));
+    EXPECT_EQ(third.events, (Events{"prepare", "focus from a window"}));
+
+    leaver.action = [] {};
+    leaver.SetFocus();
+    leaver.action = [&] { next.reset(); };
+    next->SetFocus();
+    EXPECT_EQ(next, nullptr);
+    EXPECT_EQ(CWnd::GetFocus(), nullptr);
+}
+
+TEST(Wnd, MayDestroyItselfWithItsWindow) {
+    struct Fleeting : CWnd {
+        void OnDestroy() override { delete this; }
+    };
+    auto* const window = new Fleeting; // deletes itself
+    window->Create();
+    ViewLog view(*window);
+    EXPECT_TRUE(window->DestroyWindow());
+    EXPECT_EQ(view.Take(), Events{"gone"});
+    EXPECT_EQ(view.GetWnd(), nullptr);
+}
+
 TEST(Wnd, StateAndTitle) {
     CWnd window;
     ViewLog view(window);
@@ -260,6 +303,42 @@ TEST(WndView, ViewsComeAndGoInsideANotification) {
     window->SetTitle(L"3");
     EXPECT_EQ(destroyer.Take(), (Events{"title", "gone"}));
     EXPECT_EQ(behind.Take(), Events{"gone"});
+}
+
+TEST(WndView, OneMayLeaveWhileAnotherIsToldTheEnd) {
+    struct Last : ViewLog {
+        ViewLog* other = nullptr;
+        void OnControlGone() override {
+            other->Detach();
+            ViewLog::OnControlGone();
+        }
+    };
+    ViewLog first;
+    Last last; // is told first
+    last.other = &first;
+    {
+        CWnd window;
+        first.Attach(window);
+        last.Attach(window);
+    }
+    EXPECT_EQ(last.Take(), Events{"gone"});
+    EXPECT_EQ(first.Take(), Events{});
+}
+
+TEST(WndView, ANotificationInsideANotificationKeepsTheOrderOfViews) {
+    CWnd window;
+    Doer first(window);
+    std::optional<ViewLog> second(std::in_place, window);
+    ViewLog third(window);
+    first.action = [&] {
+        second.reset();
+        window.SetTitle(L"inner");
+    };
+    window.SetTitle(L"outer");
+    EXPECT_EQ(first.Take(), (Events{"title", "title"}));
+    EXPECT_EQ(third.Take(), (Events{"title", "title"}));
+    window.SetTitle(L"last");
+    EXPECT_EQ(third.Take(), Events{"title"});
 }
 
 TEST(WndView, AnExceptionOfAViewLeavesTheOthersInOrder) {

@@ -51,6 +51,12 @@ TEST(Ratio, Quotients) {
     CRatio const large = CRatio(Most, 1) / CRatio(1, 2);
     EXPECT_FALSE(large.is_exact());
     EXPECT_EQ(large.value(), static_cast<double>(Most) * 2);
+    CRatio const small = CRatio(1, Most) / CRatio(3, 2);
+    EXPECT_FALSE(small.is_exact());
+    EXPECT_EQ(small.value(), 1 / static_cast<double>(Most) / 1.5);
+    // What just fits stays exact.
+    EXPECT_EQ(CRatio(Most / 7, 1) / CRatio(1, 7), CRatio(Most, 1)); // the largest is a multiple of 7
+    EXPECT_EQ(CRatio(1, Most / 7) / CRatio(-7, 1), CRatio(-1, Most));
 }
 
 TEST(Ratio, QuotientsOfSmallFractionsAreExact) {

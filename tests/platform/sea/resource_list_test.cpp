@@ -22,6 +22,18 @@ TEST(ResourceList, AnAbsentListIsNotMadeByReading) {
     EXPECT_FALSE(sea.IsListEntry(L"<TMode>"));
 }
 
+TEST(ResourceList, BehindTheLastLineThereIsNone) {
+    CResourceSea sea;
+    CResourceList list(sea, L"tag");
+    list.AddLineTail().SetSeaLine(L"only");
+    EXPECT_EQ(list.GetCurrentLine(), L"only");
+    list.GotoNext();
+    EXPECT_FALSE(list.IsValid());
+    EXPECT_EQ(list.GetCurrentLine(), L"");
+    list.GotoHead();
+    EXPECT_EQ(list.GetCurrentLine(), L"only");
+}
+
 TEST(ResourceList, WritesAndReads) {
     CResourceSea sea;
     CResourceList list(sea, L"<TMode>");

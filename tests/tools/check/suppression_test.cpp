@@ -41,6 +41,22 @@ TEST_F(SuppressionTest, ScopesAndCodes) {
         EXPECT_EQ(Codes(test.text), test.codes) << test.text;
 }
 
+// Many comments that stand together, and many for the rows of one table, take no time to speak of.
+TEST_F(SuppressionTest, ManyComments) {
+    std::string comments;
+    std::string rows;
+    for (int row = 0; row < 20000; ++row)
+        comments += "; paramdb: disable P204\n";
+    EXPECT_EQ(Codes(comments + Doubled), Texts());
+    comments.clear();
+    for (int row = 0; row < 700; ++row) {
+        std::string const key = std::to_string(row);
+        comments += "; paramdb: disable P204 for " + key + '\n';
+        rows += key + " a\n" + key + " b\n";
+    }
+    EXPECT_EQ(Codes(comments + "<TMode>: {\n" + rows + "}\n"), Texts());
+}
+
 TEST_F(SuppressionTest, AFileSpeaksForItself) {
     Texts const findings = Findings({"; paramdb: disable-file P112\n<x>: 1\n", "<y>: 1\n"});
     EXPECT_EQ(findings, Texts{"1:1:1 P112 nothing looks for the key <y>"});

@@ -145,6 +145,21 @@ TEST(LayoutTest, TheProofSeesEveryOtherChange) {
         EXPECT_FALSE(IsSameButForLayout(bytes, other)) << other;
 }
 
+TEST(LayoutTest, IndentsSoDeepAndNoDeeper) {
+    auto const nested = [](std::size_t levels) {
+        std::string text = "k: v\n";
+        for (std::size_t level = 0; level < levels; ++level)
+            text += "{\n";
+        return text;
+    };
+    EXPECT_TRUE(HasLayout(""));
+    EXPECT_TRUE(HasLayout(nested(MostLevels)));
+    EXPECT_TRUE(HasLayout(nested(MostLevels) + "row\n"));
+    EXPECT_TRUE(HasLayout(nested(MostLevels + 1)));
+    EXPECT_FALSE(HasLayout(nested(MostLevels + 1) + "row\n"));
+    EXPECT_FALSE(HasLayout(nested(1'000'000)));
+}
+
 TEST(LayoutTest, CountsChangedLines) {
     EXPECT_EQ(CountChangedLines("", ""), 0U);
     EXPECT_EQ(CountChangedLines("a:1\nb: 2\nc:3", "a: 1\nb: 2\nc: 3\n"), 2U);
