@@ -1,3 +1,4 @@
+#include <paramdb/distillery/field_walk.h>
 #include <paramdb/distillery/mode_info.h>
 #include <paramdb/platform/numeric/round.h>
 #include <paramdb/platform/numeric/truncate.h>
@@ -6,7 +7,6 @@
 
 #include <bit>
 #include <cmath>
-#include <iterator>
 #include <numbers>
 
 namespace {
@@ -145,11 +145,10 @@ bool CQtModeInfo::IsValidVirtual(int mode) const {
     auto const& orders = m_store->Tables().AutoModeParamOrder;
     if (!IsVirtual(mode) || orders.empty())
         return false;
-    for (auto const& [order, row] : orders) {
-        auto const parameter = static_cast<std::size_t>(order[0]);
-        if (order[0] < 0 || parameter >= m_params.size() || IntervalField(parameter, mode) == 0)
+    FieldWalk walk(m_params, Extension(mode), m_state_bits);
+    for (auto const& [order, row] : orders)
+        if (order[0] < 0 || !walk.GoTo(static_cast<std::size_t>(order[0])) || walk.Interval() == 0)
             return false;
-    }
     return true;
 }
 
@@ -163,26 +162,6 @@ float CQtModeInfo::Position(CVAutoModeParams const& params, unsigned int index) 
     double const middle =
         (index + 0.5) * static_cast<double>(params.Step) + static_cast<double>(params.Start);
     return numeric::Round(static_cast<float>(middle));
-}
-
-unsigned int CQtModeInfo::State(std::size_t parameter, int extension) const {
-    if (parameter >= m_params.size())
-        return 0;
-    auto const own = std::next(m_params.begin(), static_cast<std::ptrdiff_t>(parameter));
-    if (!own->second.HasState)
-        return 0;
-    for (auto later = std::next(own); later != m_params.end(); ++later)
-        if (later->second.HasState)
-            extension = ShiftRight(extension, BitsOfState);
-    return static_cast<unsigned int>(extension) & LowBits(BitsOfState);
-}
-
-unsigned int CQtModeInfo::IntervalField(std::size_t parameter, int virtual_mode) const {
-    auto const own = std::next(m_params.begin(), static_cast<std::ptrdiff_t>(parameter));
-    int field = ShiftRight(Extension(virtual_mode), m_state_bits);
-    for (auto later = std::next(own); later != m_params.end(); ++later)
-        field = ShiftRight(field, later->second.IntervalBits);
-    return static_cast<unsigned int>(field) & LowBits(own->second.IntervalBits);
 }
 
 int CQtModeInfo::PhysicalMode(int mode) const {

@@ -65,17 +65,16 @@ public:
 
 private:
     bool CombineParams();
-    // The state of the parameter at that position, 0 to 3; 0 for one without.
-    unsigned int State(std::size_t parameter, int extension) const;
-    // The interval field of the parameter at that position: 0, or the interval index plus 1.
-    unsigned int IntervalField(std::size_t parameter, int virtual_mode) const;
+    // Goes once through all parameters with what of an extension belongs to each: a step each, however many
+    // there are.
+    class FieldWalk;
 
     template <class Text>
     void AppendBaseName(Text& text, int extension, int physical_mode) const;
     template <class Text>
     void AppendLabel(Text& text, int signal, unsigned int state) const;
     template <class Text>
-    void AppendPosition(Text& text, int parameter, int virtual_mode) const;
+    void AppendPosition(Text& text, CVAutoModeParams const& params, unsigned int field) const;
 
     CQtParamStore* m_store;
     int m_extension_bits = 0;

@@ -1,4 +1,5 @@
 // CQtModeInfo: the names of virtual modes.
+#include <paramdb/distillery/field_walk.h>
 #include <paramdb/distillery/mode_info.h>
 #include <paramdb/distillery/signal_unit.h>
 #include <paramdb/keys/text_buffer.h>
@@ -73,9 +74,11 @@ void CQtModeInfo::AppendName(Text& text, int virtual_mode) const {
         return;
     }
     AppendBaseName(text, extension, physical_mode);
+    FieldWalk walk(m_params, extension, m_state_bits);
     for (auto const& [order, row] : orders) {
         text += m_naming.PositionSeparatorText;
-        AppendPosition(text, order[0], virtual_mode);
+        if (order[0] >= 0 && walk.GoTo(static_cast<std::size_t>(order[0])))
+            AppendPosition(text, walk.Params(), walk.Interval());
     }
 }
 template void CQtModeInfo::AppendName(CTextBuffer<500>& text, int virtual_mode) const;
@@ -84,18 +87,17 @@ template <class Text>
 void CQtModeInfo::AppendBaseName(Text& text, int extension, int physical_mode) const {
     text += m_store->Tables().PhysMode.Name(physical_mode);
     text += m_naming.SeparatorText;
+    FieldWalk const first(m_params, extension, m_state_bits);
     bool moves = false;
-    for (std::size_t position = 0; position < m_params.size(); ++position)
-        moves = moves || Moves(State(position, extension));
+    for (FieldWalk walk = first; !walk.AtEnd() && !moves; walk.Next())
+        moves = Moves(walk.State());
     if (!moves) {
-        bool const indexed =
-            !m_params.empty() && m_params.begin()->second.HasState && State(0, extension) == 0;
+        bool const indexed = !first.AtEnd() && first.Params().HasState && first.State() == 0;
         text += indexed ? m_naming.IndexedSuffix : m_naming.ConstantSuffix;
         return;
     }
-    std::size_t position = 0;
-    for (auto const& [order, params] : m_params)
-        AppendLabel(text, params.SignalId, State(position++, extension));
+    for (FieldWalk walk = first; !walk.AtEnd(); walk.Next())
+        AppendLabel(text, walk.Params().SignalId, walk.State());
 }
 
 template <class Text>
@@ -125,11 +127,7 @@ void CQtModeInfo::AppendLabel(Text& text, int signal, unsigned int state) const 
 }
 
 template <class Text>
-void CQtModeInfo::AppendPosition(Text& text, int parameter, int virtual_mode) const {
-    if (parameter < 0 || static_cast<std::size_t>(parameter) >= m_params.size())
-        return;
-    auto const& params = std::next(m_params.begin(), parameter)->second;
-    unsigned int const field = IntervalField(static_cast<std::size_t>(parameter), virtual_mode);
+void CQtModeInfo::AppendPosition(Text& text, CVAutoModeParams const& params, unsigned int field) const {
     auto& properties = m_store->Tables().AppSignalProperty;
     auto const row = properties.find(params.SignalId);
     if (field == 0)

@@ -6,10 +6,12 @@
 // at the end.
 #pragma once
 
+#include <paramdb/tables/block_sequence.h>
 #include <paramdb/tables/sort_order.h>
 #include <paramdb/tables/tl_allocator.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <iterator>
@@ -93,20 +95,22 @@ public:
         explicit Filler(CUniqueVectorMap& map) : m_map(&map) {}
         Filler(Filler const&) = delete;
         Filler& operator=(Filler const&) = delete;
-        // Without Finish the map is left empty if it is out of order.
+        // Without Finish the map is left empty if its rows are out of order or stand elsewhere.
         ~Filler() {
-            if (!m_is_sorted)
+            if (!m_is_sorted || m_one_by_one)
                 m_map->clear();
         }
 
         void Add(K const& key, V const& row) {
             // A key with a NaN differs from itself: its place depends on the rows before it alone.
-            if (key != key) { // NOLINT(misc-redundant-expression)
+            if (key != key && !m_one_by_one) { // NOLINT(misc-redundant-expression)
                 Finish();
                 m_one_by_one = true;
+                for (value_type& old : static_cast<Vector&>(*m_map))
+                    m_rows.Insert(m_rows.size(), std::move(old));
             }
             if (m_one_by_one) {
-                m_map->insert(value_type(key, row));
+                Insert(key, row);
                 return;
             }
             Vector& rows = *m_map;
@@ -118,6 +122,13 @@ public:
 
         // Puts the rows into order.
         void Finish() {
+            if (m_one_by_one) {
+                Vector& rows = *m_map;
+                rows.clear();
+                rows.reserve(m_rows.size());
+                m_rows.Drain([&rows](value_type&& row) { rows.push_back(std::move(row)); });
+                m_one_by_one = false;
+            }
             if (m_is_sorted)
                 return;
             Vector& rows = *m_map;
@@ -133,9 +144,28 @@ public:
         }
 
     private:
+        // As the map itself inserts, the same halves looked at.
+        void Insert(K const& key, V const& row) {
+            ++m_map->m_revision;
+            std::size_t place = m_rows.size();
+            if (place > 0 && !Less()(m_rows[place - 1].first, key)) {
+                place = 0;
+                for (std::size_t count = m_rows.size(); count > 0;) {
+                    std::size_t const half = count / 2;
+                    bool const is_behind = Less()(m_rows[place + half].first, key);
+                    place += is_behind ? half + 1 : 0;
+                    count = is_behind ? count - half - 1 : half;
+                }
+                if (place < m_rows.size() && !Less()(key, m_rows[place].first))
+                    return;
+            }
+            m_rows.Insert(place, value_type(key, row));
+        }
+
         CUniqueVectorMap* m_map;
         bool m_is_sorted = true;
-        bool m_one_by_one = false;
+        bool m_one_by_one = false;                 // from the first key on that differs from itself
+        paramdb::BlockSequence<value_type> m_rows; // all rows from then on
     };
 
 private:

@@ -68,6 +68,29 @@ TEST_F(ModeNamesTest, OneParameterWithoutState) {
     EXPECT_EQ(Name(-1), L"");
 }
 
+TEST_F(ModeNamesTest, PositionsThatAreNoNumber) {
+    own.AddParameter(0, 10, 0, 1000, 100, 0);
+    own.AddSignal(10, L"rpm");
+    ASSERT_TRUE(own.Build());
+    auto const parameter = instance().AutoModeParams().find(0);
+    ASSERT_NE(parameter, instance().AutoModeParams().end());
+    std::wstring const usual = Fragment(parameter, 250.0f, 0);
+    ASSERT_NE(usual.find(L"250"), std::wstring::npos) << "the place of the number";
+    struct Case {
+        float value;
+        wchar_t const* text;
+    };
+    constexpr float infinity = std::numeric_limits<float>::infinity();
+    constexpr float nan = std::numeric_limits<float>::quiet_NaN();
+    for (auto const& [value, text] :
+         {Case{infinity, L"inf"}, Case{-infinity, L"-inf"}, Case{nan, L"nan"}, Case{-0.0f, L"-0"},
+          Case{std::numeric_limits<float>::max(), L"340282346638528859811704183484516925440"}}) {
+        std::wstring expected = usual;
+        expected.replace(usual.find(L"250"), 3, text);
+        EXPECT_EQ(Fragment(parameter, value, 0), expected);
+    }
+}
+
 TEST_F(ModeNamesTest, SuffixesOfStates) {
     AddThree();
     struct Case {

@@ -162,6 +162,20 @@ TYPED_TEST(SeaTypedTable, FallsBackToTheLocalSea) {
               (std::vector<Message>{ConversionError(L"invalid stoi argument", L"x"), LineError(Name, L"x")}));
 }
 
+TYPED_TEST(SeaTypedTable, ALocalSeaWithoutTheTableIsNoSource) {
+    CResourceSea sea;
+    sea.MakeList(L"<TOther>") = {L"1 1 1 a 1"};
+    TypeParam local(Tag, &sea);
+    local.insert({QIdx2(1, 1), Row()});
+    EXPECT_FALSE(local.ReadTable(nullptr));
+    EXPECT_EQ(local.RowCount(), 0U);
+    CResourceSea other;
+    EXPECT_FALSE(local.ReadTable(&other));
+    ParamDb::CDbTableSet set;
+    EXPECT_FALSE(local.ReadTable(set));
+    EXPECT_EQ(this->messages.Take(), std::vector<Message>());
+}
+
 TYPED_TEST(SeaTypedTable, ClearForgetsTheLocalSeaAndPurgeKeepsIt) {
     CResourceSea sea = SeaOf({L"1 1 1 a 1"});
     TypeParam local(Tag, &sea);
@@ -346,6 +360,18 @@ TEST(SeaTypedTables, AVectorReservesOnceAndKeepsItsMemory) {
     EXPECT_TRUE(table.ReadTable(small.lake));
     EXPECT_EQ(table.size(), 2U);
     EXPECT_EQ(table.capacity(), 1000U);
+}
+
+TEST(TypedTable, StandsAloneWithoutASea) {
+    CQParamTypedTable<CDbUniqueMap<QIdx2, Row>> table(Tag);
+    EXPECT_STREQ(table.tag(), Tag);
+    table.insert({QIdx2(1, 1), Row()});
+    EXPECT_EQ(Rows(table), L"   1:\t1 1 | 0  0\n");
+    table.Clear();
+    EXPECT_EQ(table.RowCount(), 0U);
+    table.insert({QIdx2(2, 1), Row()});
+    table.PurgeTable();
+    EXPECT_EQ(Rows(table), L"");
 }
 
 } // namespace

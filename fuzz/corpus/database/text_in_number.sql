@@ -1,0 +1,1 @@
+UPDATE "TMode" SET "mode"='x'
