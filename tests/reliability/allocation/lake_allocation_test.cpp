@@ -3,7 +3,7 @@
 #include <paramdb/storage/lake.h>
 #include <paramdb/storage/line_origins.h>
 
-#include "/work/main/tests/reliability/allocation/failing_memory.h"
+#include "failing_memory.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
