@@ -36,11 +36,11 @@ protected:
         EXPECT_TRUE(text.starts_with(head)) << text;
         return text.substr(std::min(head.size(), text.size()));
     }
-    std::string ImportReason() {
+    std::string ImportReason(std::chrono::seconds timeout) {
         CDbTableSet set = SmallSet();
         auto const start = std::chrono::steady_clock::now();
-        EXPECT_FALSE(ImportTables(m_database.Connection(), set, {.timeout = 1s}));
-        EXPECT_LT(std::chrono::steady_clock::now() - start, 8s);
+        EXPECT_FALSE(ImportTables(m_database.Connection(), set, {.timeout = timeout}));
+        EXPECT_LT(std::chrono::steady_clock::now() - start, timeout + 30s);
         EXPECT_EQ(Difference(set, SmallSet()), "");
         return Reason("ParamDb::ImportTables(): Import from");
     }
@@ -52,14 +52,14 @@ protected:
 TEST_F(SqliteSessionTest, AnAnswerThatNeverComes) {
     Replace("TMode", EndlessNumbers +
                          std::string("SELECT 1 AS revision_id, n AS mode, 'x' AS name FROM r WHERE n < 0"));
-    EXPECT_EQ(ImportReason(), "no answer within 1 s\n");
+    EXPECT_EQ(ImportReason(1s), "no answer within 1 s\n");
 }
 
 TEST_F(SqliteSessionTest, AListThatNeverComes) {
     Replace("paramdb_number", EndlessNumbers + std::string("SELECT 1 AS revision_id, '' AS table_name, '' AS "
                                                            "column_name, '' AS row_key, 0 AS bits FROM r "
                                                            "WHERE n < 0"));
-    EXPECT_EQ(ImportReason(), "no answer within 1 s\n");
+    EXPECT_EQ(ImportReason(1s), "no answer within 1 s\n");
 }
 
 TEST_F(SqliteSessionTest, ATriggerThatNeverEnds) {
@@ -67,7 +67,7 @@ TEST_F(SqliteSessionTest, ATriggerThatNeverEnds) {
                    std::string(EndlessNumbers) + "SELECT count(*) FROM r) > 0 BEGIN SELECT 1; END");
     auto const start = std::chrono::steady_clock::now();
     EXPECT_FALSE(ExportTables(SmallSet(), m_database.Connection("#a"), {.timeout = 1s}));
-    EXPECT_LT(std::chrono::steady_clock::now() - start, 8s);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 30s);
     EXPECT_EQ(Reason("ParamDb::ExportTables(): Export to"), "no answer within 1 s\n");
     auto const revisions = Revisions(m_database.Connection("#a"));
     ASSERT_TRUE(revisions);
@@ -78,19 +78,19 @@ TEST_F(SqliteSessionTest, ManyRowsOfNothing) {
     Replace("paramdb_number",
             "WITH RECURSIVE r(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM r WHERE n < 1000000) SELECT 1 AS "
             "revision_id, 'TMode' AS table_name, '' AS column_name, n AS row_key, 0 AS bits FROM r");
-    EXPECT_EQ(ImportReason(), "there is more data than the file can hold\n");
+    EXPECT_EQ(ImportReason(60s), "there is more data than the file can hold\n");
 }
 
 TEST_F(SqliteSessionTest, ATextOfNothing) {
     Replace("TMode", "SELECT 1 AS revision_id, 1 AS mode, hex(zeroblob(400000000)) AS name");
-    EXPECT_EQ(ImportReason(), "string or blob too big\n");
+    EXPECT_EQ(ImportReason(60s), "string or blob too big\n");
 }
 
 TEST_F(SqliteSessionTest, ManyTextsOfNothing) {
     Replace("TMode",
             "WITH RECURSIVE r(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM r WHERE n < 1000) SELECT 1 AS "
             "revision_id, n AS mode, hex(zeroblob(50000)) AS name FROM r");
-    EXPECT_EQ(ImportReason(), "there is more data than the file can hold\n");
+    EXPECT_EQ(ImportReason(60s), "there is more data than the file can hold\n");
 }
 
 // What a file does hold comes through, however small its rows, and whatever stands in the place of a table.

@@ -120,8 +120,9 @@ TEST(LakeThreads, EveryThreadSeesTheSameVectorOfRows) {
         rows += static_cast<int>(section.end_unnamed() - section.begin_unnamed());
         CLake::CNode::unnamed_vector::const_pointer expected = nullptr;
         auto const mine = &*section.begin_unnamed();
-        if (!first.compare_exchange_strong(expected, mine))
+        if (!first.compare_exchange_strong(expected, mine)) {
             EXPECT_EQ(mine, expected);
+        }
     });
     EXPECT_EQ(rows, 4 * RowsOfATable);
 }

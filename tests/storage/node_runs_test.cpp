@@ -101,8 +101,9 @@ TEST_F(NodeRunsTest, AnyPositionsAreKeptAsInAVector) {
             place = random() % 8 == 0 ? random() % positions.size() : (place + 1) % positions.size();
             runs.push_back(positions[place]);
             expected.push_back(positions[place]);
-            if (random() % 64 == 0)
+            if (random() % 64 == 0) {
                 ASSERT_EQ(runs.All(), expected);
+            }
         }
         ASSERT_EQ(Walk(runs), expected);
         ASSERT_EQ(runs.All(), expected);

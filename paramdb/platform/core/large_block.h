@@ -28,8 +28,8 @@ private:
     std::unique_ptr<std::byte, Release> m_memory;
 };
 
-// Asks the system for all pages of memory that is about to be written, which costs less at once than page fault
-// by page fault. Changes nothing but the speed.
+// Asks the system for all pages of memory that is about to be written, which costs less at once than page
+// fault by page fault. Changes nothing but the speed.
 PARAMDB_API void TouchPages(void* memory, std::size_t size) noexcept;
 
 } // namespace paramdb
