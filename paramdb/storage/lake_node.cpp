@@ -135,8 +135,10 @@ void CLakeNode::copy_line(CLakeNode const& other) {
     set_bytes(other.first_bytes(), other.second_bytes());
     m_bytes = other.m_bytes;
     set_level(other.level());
-    if (auto const* const texts = other.wide_if_any())
-        own_extras().texts = new WideTexts(*texts);
+    if (auto const* const texts = other.wide_if_any()) {
+        Extras& kept = own_extras(); // before there are texts that a failure would lose
+        kept.texts = new WideTexts(*texts);
+    }
 }
 
 CLakeNode::position CLakeNode::find(std::wstring const& key) const {

@@ -46,7 +46,8 @@ TEST_F(Environment, AnswersDependOnNoVariable) {
     fs::permissions(fs::path(folder) / "home", fs::perms::owner_read | fs::perms::owner_exec);
     std::vector<std::string> const all{
         "unset LANG LC_ALL LC_NUMERIC",
-        "export LC_NUMERIC=de_DE.UTF-8 LOCPATH='" + folder + "'",
+        // The C library never gives back what it has read of LOCPATH.
+        "export LC_NUMERIC=de_DE.UTF-8 ASAN_OPTIONS=detect_leaks=0 LOCPATH='" + folder + "'",
         "export LC_NUMERIC=no_SUCH LC_CTYPE=nonsense",
         "unset HOME",
         "export HOME='" + folder + "/home'",
