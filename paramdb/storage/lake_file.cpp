@@ -139,6 +139,7 @@ void CLake::SetLines(paramdb::SharedLakeBytes bytes) {
     m_bytes.push_back(std::move(bytes));
     m_collection.node_changed(); // all of them, whatever may end this
     std::string_view const text = m_bytes.back()->text();
+    m_pool.Expect(text.size()); // a line takes about as many bytes as its node
     char const* next = text.data();
     char const* const text_end = next + text.size();
     root().reset();

@@ -6,7 +6,8 @@
 namespace paramdb {
 namespace {
 
-// The first block is one group, each further one is twice as large, up to a large page.
+// The first block is one group, each further one is twice as large or as large as expected, up to a large
+// page.
 constexpr std::size_t LargestBlock = std::size_t{2} << 20;
 
 } // namespace
@@ -21,6 +22,7 @@ void NodePool::Free(void* slot) noexcept {
     if (--m_used > 0)
         return;
     m_free = nullptr;
+    m_expected = 0;
     m_blocks.resize(1);
     m_next_group = m_blocks.front().data();
     m_block_end = m_next_group + GroupSize;
@@ -37,7 +39,8 @@ void* NodePool::Reuse() noexcept {
 void NodePool::BeginGroup() {
     if (m_next_group == m_block_end) {
         std::size_t const doublings = std::min<std::size_t>(m_blocks.size(), 16);
-        std::size_t const size = std::min(GroupSize << doublings, LargestBlock);
+        std::size_t const expected = m_blocks.empty() ? 0 : m_expected / GroupSize * GroupSize;
+        std::size_t const size = std::min(std::max(GroupSize << doublings, expected), LargestBlock);
         m_blocks.reserve(m_blocks.size() + 1);
         m_next_group = m_blocks.emplace_back(size, GroupSize).data();
         m_block_end = m_next_group + size;

@@ -38,6 +38,10 @@ public:
         return slot;
     }
 
+    // Slots of about so many bytes are going to be taken: the next blocks are of that size, as far as blocks
+    // go.
+    void Expect(std::size_t bytes) { m_expected = bytes; }
+
     // Takes back a slot that Allocate gave.
     void Free(void* slot) noexcept;
 
@@ -64,6 +68,7 @@ private:
     std::size_t m_slot_size;
     void* m_owner;
     std::size_t m_used = 0;
+    std::size_t m_expected = 0; // bytes
     FreeSlot* m_free = nullptr;
     std::byte* m_next = nullptr;
     std::byte* m_group_end = nullptr;  // behind the last slot of the group

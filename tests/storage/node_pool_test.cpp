@@ -89,3 +89,39 @@ TEST(NodePool, SlotsOfSmallAlignmentStandSideBySide) {
     EXPECT_EQ(pool.Allocate(), first + 40);
     EXPECT_EQ(pool.Allocate(), first + 80);
 }
+
+// Free slots hold the link to the next one.
+TEST(NodePool, SlotsAreAlignedForALinkWhateverTheyHold) {
+    constexpr std::size_t link = sizeof(void*);
+    struct Case {
+        std::size_t size, alignment, distance;
+    };
+    for (auto const& [size, alignment, distance] :
+         {Case{1, 1, link}, Case{link, 1, link}, Case{link + 1, 1, 2 * link}, Case{link + 2, 2, 2 * link}}) {
+        NodePool pool(size, alignment);
+        auto* const first = static_cast<std::byte*>(pool.Allocate());
+        EXPECT_EQ(reinterpret_cast<std::uintptr_t>(first) % link, 0U) << size;
+        EXPECT_EQ(pool.Allocate(), first + distance) << size;
+        EXPECT_EQ(pool.Allocate(), first + 2 * distance) << size;
+    }
+}
+
+TEST(NodePool, WhatIsExpectedComesInOnePiece) {
+    constexpr std::size_t size = 40;
+    constexpr std::size_t count = 20000;
+    int owner = 0;
+    NodePool pool(size, 8, &owner);
+    pool.Expect(size * count);
+    std::vector<void*> slots = Take(pool, count);
+    // All but those of the small first block and the last ones, for which notes in between left no room.
+    auto const* const second = static_cast<std::byte*>(slots[200]);
+    auto const* const late = static_cast<std::byte*>(slots[count - 300]);
+    EXPECT_GT(late, second);
+    EXPECT_LE(static_cast<std::size_t>(late - second), size * count);
+    for (void const* const slot : slots)
+        ASSERT_EQ(NodePool::Owner(slot), &owner);
+    std::ranges::sort(slots);
+    EXPECT_EQ(std::ranges::adjacent_find(slots), slots.end());
+    for (void* const slot : slots)
+        pool.Free(slot);
+}

@@ -26,9 +26,10 @@ namespace {
 #ifdef PARAMDB_HAS_LARGE_PAGES
 constexpr std::size_t LargePage = std::size_t{2} << 20;
 
-// What is mapped for a size: whole pages of any size that processors have.
+// What is mapped for a size: whole pages of any size that processors have, large ones where what is left over
+// fills half of one.
 constexpr std::size_t Mapped(std::size_t size) {
-    constexpr std::size_t page = std::size_t{1} << 16;
+    std::size_t const page = size % LargePage < LargePage / 2 ? std::size_t{1} << 16 : LargePage;
     return (size + page - 1) / page * page;
 }
 
@@ -47,7 +48,7 @@ std::byte* Map(std::size_t size) {
     if (behind > 0)
         munmap(memory + Mapped(size), behind);
     // Whole pages only, so that no memory is held beyond the end. A refusal changes nothing but the speed.
-    madvise(memory, size / LargePage * LargePage, MADV_HUGEPAGE);
+    madvise(memory, Mapped(size) / LargePage * LargePage, MADV_HUGEPAGE);
     return memory;
 }
 #endif

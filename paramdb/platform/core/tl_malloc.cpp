@@ -9,8 +9,8 @@
 
 namespace {
 
-// The rows of a table take a block of some hundred kilobytes, which is too small for large pages. So such
-// blocks are cut from regions, next to each other. A region goes back to the heap with its last block.
+// The rows of a table take a block of some ten or hundred kilobytes, which is too small for large pages. So
+// such blocks are cut from regions, next to each other. A region goes back to the system with its last block.
 class Region {
 public:
     explicit Region(std::size_t size) : m_memory(size), m_gaps{{0, size}} {}
@@ -65,7 +65,7 @@ struct alignas(16) Header {
 };
 
 constexpr std::size_t LeastToTouch = std::size_t{1} << 13; // a few pages
-constexpr std::size_t LeastInRegion = std::size_t{1} << 18;
+constexpr std::size_t LeastInRegion = std::size_t{1} << 15;
 constexpr std::size_t RegionSize = std::size_t{1} << 22;
 
 class Regions {

@@ -12,7 +12,7 @@ namespace {
 TEST(LargeBlock, EveryByteCanBeUsed) {
     for (std::size_t const size :
          {std::size_t{0}, std::size_t{1}, std::size_t{4096}, (std::size_t{2} << 20) - 1, std::size_t{2} << 20,
-          (std::size_t{5} << 20) + 7}) {
+          (std::size_t{5} << 20) + 7, (std::size_t{7} << 19) + 7}) {
         paramdb::LargeBlock const block(size);
         ASSERT_NE(block.data(), nullptr);
         EXPECT_EQ(reinterpret_cast<std::uintptr_t>(block.data()) % alignof(std::max_align_t), 0u);

@@ -48,7 +48,7 @@ TEST(TlMalloc, BlocksKeepTheirBytesWhileOthersComeAndGo) {
     std::vector<Block> blocks;
     for (int step = 0; step < 600; ++step) {
         if (blocks.size() < 12 && random() % 3 != 0) {
-            static constexpr std::size_t sizes[] = {40,      200'000,   262'128,  262'144,
+            static constexpr std::size_t sizes[] = {40,      32'736,    32'752,   262'144,
                                                     700'000, 2'100'000, 5'000'000};
             std::size_t const size = sizes[random() % std::size(sizes)] + random() % 100;
             Block const block{static_cast<unsigned char*>(tl_malloc(size)), size,
