@@ -40,6 +40,7 @@ def environment_of(build):
         "compiler": version_of(cache["CMAKE_CXX_COMPILER"], "--version"),
         "flags": flags,
         "unity build": cache["PARAMDB_UNITY_BUILD"],
+        "protections": cache.get("PARAMDB_HARDEN", "OFF"),
         "C library": version_of("ldd", "--version"),
     }
 

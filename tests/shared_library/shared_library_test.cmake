@@ -1,7 +1,7 @@
 # Builds the library and its controls as shared libraries, installs them into a fresh prefix, looks at what they
 # offer, and builds and runs hosts of them: programs that link with them, and one that opens them while it runs.
 #   cmake -D SOURCE_DIR= -D WORK_DIR= -D VERSION= -D CXX= -D NM= -D OBJDUMP= -D GENERATOR=
-#         [-D TOOLCHAIN_FILE= -D EMULATOR=] [-D STATIC_LIBRARIES=A|B -D USERS=|C|D] -P shared_library_test.cmake
+#         [-D HARDEN=ON] [-D TOOLCHAIN_FILE= -D EMULATOR=] [-D STATIC_LIBRARIES=A|B -D USERS=|C|D] -P shared_library_test.cmake
 function(run)
     execute_process(COMMAND ${ARGV} OUTPUT_VARIABLE output ERROR_VARIABLE output RESULT_VARIABLE result)
     if(result)
@@ -79,7 +79,8 @@ if(TOOLCHAIN_FILE)
     set(compiler -DCMAKE_TOOLCHAIN_FILE=${TOOLCHAIN_FILE} -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O1
                  -DPARAMDB_UNITY_BUILD=ON)
 else()
-    set(compiler -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O0)
+    set(compiler -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_BUILD_TYPE=Debug -DCMAKE_CXX_FLAGS_DEBUG=-O0
+                 -DPARAMDB_HARDEN=${HARDEN})
 endif()
 run(${CMAKE_COMMAND} -S ${SOURCE_DIR} -B ${build} -G ${GENERATOR} ${compiler} -DBUILD_SHARED_LIBS=ON
     -DPARAMDB_BUILD_TOOLS=OFF -DPARAMDB_BUILD_QT=OFF -DCMAKE_INSTALL_LIBDIR=lib)
