@@ -11,8 +11,12 @@ function(paramdb_compile_together target)
         target_compile_options(${target} PRIVATE -Wno-subobject-linkage)
     endif()
     get_target_property(sources ${target} SOURCES)
+    list(FILTER sources EXCLUDE REGEX "^\\$<") # objects of another target
     foreach(source IN LISTS sources)
-        get_filename_component(folder ${source} DIRECTORY)
+        # Names of objects do not tell where they were built.
+        file(REAL_PATH ${source} source_path)
+        cmake_path(GET source_path PARENT_PATH folder)
+        cmake_path(RELATIVE_PATH folder BASE_DIRECTORY ${PROJECT_SOURCE_DIR})
         string(MAKE_C_IDENTIFIER ${folder} group)
         math(EXPR count "0${count_${group}} + 1")
         set(count_${group} ${count})

@@ -8,10 +8,10 @@
 
 namespace {
 
-using Rows = std::vector<std::tuple<std::wstring, int, int>>; // text, id, check
+using CheckRows = std::vector<std::tuple<std::wstring, int, int>>; // text, id, check
 
-Rows RowsOf(CXListCtrl const& list) {
-    Rows rows;
+CheckRows RowsOf(CXListCtrl const& list) {
+    CheckRows rows;
     for (int i = 0; i < list.GetItemCount(); ++i)
         rows.emplace_back(list.GetItemText(i, 0).GetString(), static_cast<int>(list.GetItemData64(i)),
                           list.GetCheckbox(i, 0));
@@ -63,16 +63,16 @@ TEST_F(ClavisListCtrl, Init) {
 TEST_F(ClavisListCtrl, ListsById) {
     list.Init(Clavis::qMode);
     list.Fill({7, 99}, 0);
-    EXPECT_EQ(RowsOf(list), (Rows{{L"Coast", 4, 0}, {L"Ramp", 7, 1}, {L"Ramp 300", Virtual, 0}}));
+    EXPECT_EQ(RowsOf(list), (CheckRows{{L"Coast", 4, 0}, {L"Ramp", 7, 1}, {L"Ramp 300", Virtual, 0}}));
     EXPECT_EQ(list.GetHeaderCheckedState(0), 3);
     EXPECT_FALSE(list.Changes());
     EXPECT_EQ(Picked(1), std::set<int>{7}); // what no table has is dropped
     list.Fill({}, 2);
-    EXPECT_EQ(RowsOf(list), (Rows{{L"Coast", 4, 0}}));
+    EXPECT_EQ(RowsOf(list), (CheckRows{{L"Coast", 4, 0}}));
     EXPECT_EQ(Picked(0), std::set<int>{});
     list.HideVirtualModes(true);
     list.Fill({-1, 4}, 0);
-    EXPECT_EQ(RowsOf(list), (Rows{{L"Coast", 4, 1}, {L"Ramp", 7, 1}}));
+    EXPECT_EQ(RowsOf(list), (CheckRows{{L"Coast", 4, 1}, {L"Ramp", 7, 1}}));
     EXPECT_EQ(messages.Take(), std::vector<Message>{});
 }
 
@@ -91,25 +91,25 @@ TEST_F(ClavisListCtrl, AllIsMinusOne) {
     world.names[3][5] = L"New";
     Load(world);
     list.Fill({-1}, 0);
-    EXPECT_EQ(RowsOf(list), (Rows{{L"New", 5, 1}}));
+    EXPECT_EQ(RowsOf(list), (CheckRows{{L"New", 5, 1}}));
 }
 
 TEST_F(ClavisListCtrl, Parameters) {
     list.Init(Clavis::qInstrParam);
     list.Fill({15}, 1); // the mask does not matter
-    EXPECT_EQ(RowsOf(list), (Rows{{L"Spectrum early", 10, 0},
-                                  {L"Value", 15, 1},
-                                  {L"(Instr. 9)", 16, 0},
-                                  {L"Spectrum late", 20, 0}}));
+    EXPECT_EQ(RowsOf(list), (CheckRows{{L"Spectrum early", 10, 0},
+                                       {L"Value", 15, 1},
+                                       {L"(Instr. 9)", 16, 0},
+                                       {L"Spectrum late", 20, 0}}));
     CQtParamInstance::ShowIdsInDialogs(true);
     list.Fill({}, 0);
-    EXPECT_EQ(RowsOf(list), (Rows{{L"Spectrum early  [10]", 10, 0},
-                                  {L"Value only  [15]", 15, 0},
-                                  {L"(Instr. 9) lost  [16]", 16, 0},
-                                  {L"Spectrum late  [20]", 20, 0}}));
+    EXPECT_EQ(RowsOf(list), (CheckRows{{L"Spectrum early  [10]", 10, 0},
+                                       {L"Value only  [15]", 15, 0},
+                                       {L"(Instr. 9) lost  [16]", 16, 0},
+                                       {L"Spectrum late  [20]", 20, 0}}));
     list.Init(Clavis::qChannel);
     list.Fill({}, 0);
-    EXPECT_EQ(RowsOf(list), (Rows{{L"Zero  [0]", 0, 0}, {L"Mix  [3]", 3, 0}}));
+    EXPECT_EQ(RowsOf(list), (CheckRows{{L"Zero  [0]", 0, 0}, {L"Mix  [3]", 3, 0}}));
 }
 
 TEST_F(ClavisListCtrl, Changes) {
@@ -166,7 +166,7 @@ TEST_F(ClavisListCtrl, RandomWorldsAgainstAModel) {
             if (below(6) == 0)
                 selection.insert(-1);
             bool const all = selection.contains(-1);
-            Rows rows;
+            CheckRows rows;
             auto const add = [&](int id, std::wstring const& text) {
                 rows.emplace_back(text + (ids ? L"  [" + std::to_wstring(id) + L"]" : L""), id,
                                   all || selection.contains(id));

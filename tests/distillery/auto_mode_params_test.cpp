@@ -4,14 +4,12 @@
 #include "own_distillery.h"
 
 #include <gtest/gtest.h>
-#include <limits>
+#include <tests/support/extremes.h>
 #include <tests/support/messages.h>
 
 namespace {
 
-constexpr int Highest = std::numeric_limits<int>::max();
-
-auto Fields(CVAutoModeParams const& params) {
+auto FieldsOf(CVAutoModeParams const& params) {
     return std::tie(params.SignalId, params.Start, params.Stop, params.Step, params.Value4, params.Value5,
                     params.Value6, params.IntervalBits, params.HasState, params.Value8, params.Value9);
 }
@@ -32,7 +30,7 @@ TEST_F(AutoModeParamsTest, BitsAreFiveUntilComputed) {
 }
 
 TEST_F(AutoModeParamsTest, DefaultsOfARow) {
-    EXPECT_EQ(Fields(CVAutoModeParams(3, QVAutoModeParams())),
+    EXPECT_EQ(FieldsOf(CVAutoModeParams(3, QVAutoModeParams())),
               std::tuple(3, 0.0f, 10.0f, 1.0f, 1.0f, 0.0f, 1.0f, 5, true, 1.0f, 1u));
 }
 
@@ -46,7 +44,7 @@ TEST_F(AutoModeParamsTest, FromARowAndBack) {
         row.tuple() = std::tuple(-1.5f, 2.5f, 0.25f, 4.0f, 5.0f, 6.0f, state, 8.0f, 4000000000u);
         row.IntervalBits = 17;
         CVAutoModeParams const params(-1, row);
-        EXPECT_EQ(Fields(params),
+        EXPECT_EQ(FieldsOf(params),
                   std::tuple(-1, -1.5f, 2.5f, 0.25f, 4.0f, 5.0f, 6.0f, 17, has_state, 8.0f, 4000000000u));
         auto const back = params.ToRow();
         EXPECT_EQ(back.tuple(),
@@ -64,12 +62,12 @@ TEST_F(AutoModeParamsTest, TheMapFollowsTheTables) {
     ASSERT_EQ(const_params().size(), 3u);
     auto place = const_params().begin();
     EXPECT_EQ(place->first, -2);
-    EXPECT_EQ(Fields(place->second),
+    EXPECT_EQ(FieldsOf(place->second),
               std::tuple(20, 0.0f, 1000.0f, 100.0f, 1.0f, 0.0f, 1.0f, 4, false, 1.0f, 99u));
     EXPECT_EQ((++place)->first, 7);
-    EXPECT_EQ(Fields(place->second), std::tuple(30, 0.0f, 5.0f, 1.0f, 1.0f, 0.0f, 1.0f, 3, true, 1.0f, 1u));
+    EXPECT_EQ(FieldsOf(place->second), std::tuple(30, 0.0f, 5.0f, 1.0f, 1.0f, 0.0f, 1.0f, 3, true, 1.0f, 1u));
     EXPECT_EQ((++place)->first, Highest);
-    EXPECT_EQ(Fields(place->second), std::tuple(10, 0.0f, 3.0f, 1.0f, 1.0f, 0.0f, 1.0f, 2, true, 1.0f, 1u));
+    EXPECT_EQ(FieldsOf(place->second), std::tuple(10, 0.0f, 3.0f, 1.0f, 1.0f, 0.0f, 1.0f, 2, true, 1.0f, 1u));
     EXPECT_EQ(&const_params(), &params());
 }
 

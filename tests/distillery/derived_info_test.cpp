@@ -1,9 +1,16 @@
 #include <paramdb/distillery/derived_info.h>
+#include <paramdb/platform/sea/pr_win.h>
+#include <paramdb/tables/load_progress.h>
 
 #include "derivation_support.h"
 #include "trigger_tables.h"
 
+#include <chrono>
 #include <cmath>
+#include <string>
+#include <thread>
+#include <tuple>
+#include <vector>
 
 using derivation::AddTriggerRow;
 using derivation::Rows;
@@ -47,6 +54,18 @@ protected:
         tables.BaseOrder.insert({70, QVBaseOrder(9.0f)});
         tables.RotorSpeedSource.insert({{71, 72}, QVRefIdx(73)});
         Grid(4);
+    }
+    void FillWithAFaultForEachStep() {
+        FillAll();
+        tables.IpTrackPolygon.insert({{1, -1, -1, -1, -1, -1}, QVIpTrackPolygon()});
+        tables.ChannelInheritance.insert({{5, -1}, QVRefIdx(4)});
+        Definition(1001, 31, L"OO");
+        Definition(2001, 31, L"O1;O2;O3");
+        Definition(2007, 31, L"residual tracks take no part");
+        tables.OrderSource2Rotor.insert({{75, 71}, QVRefIdx(72)});
+        tables.AutoModeParam.Clear();
+        tables.AutoModeParamOrder.Clear();
+        Grid(100);
     }
     void ExpectAll() const {
         EXPECT_EQ(derived.TriggerIdMap(), (CTriggerIdMap{{20, 6}, {21, 6}}));
@@ -142,16 +161,7 @@ TEST_F(DerivedInfo, AutoModeTablesThatDoNotCombineAreOnlyReported) {
 }
 
 TEST_F(DerivedInfo, TheStepsReportInTheirOrder) {
-    FillAll();
-    tables.IpTrackPolygon.insert({{1, -1, -1, -1, -1, -1}, QVIpTrackPolygon()});
-    tables.ChannelInheritance.insert({{5, -1}, QVRefIdx(4)});
-    Definition(1001, 31, L"OO");
-    Definition(2001, 31, L"O1;O2;O3");
-    Definition(2007, 31, L"residual tracks take no part");
-    tables.OrderSource2Rotor.insert({{75, 71}, QVRefIdx(72)});
-    tables.AutoModeParam.Clear();
-    tables.AutoModeParamOrder.Clear();
-    Grid(100);
+    FillWithAFaultForEachStep();
     EXPECT_FALSE(derived.BuildDerivedInfo());
     EXPECT_EQ(
         messages.Take(),
@@ -169,6 +179,31 @@ TEST_F(DerivedInfo, TheStepsReportInTheirOrder) {
              L"72 in PhysMode 71, skipping entry into m_rotor2OrderSources\n"},
             {16, 3, L"CQtModeInfo: Not enough bits to encode virtual modes\n"}}));
     EXPECT_EQ(derived.TriggerIdMap(), (CTriggerIdMap{{20, 6}, {21, 6}}));
+}
+
+// A message that takes its time lets the end of its step be told.
+TEST_F(DerivedInfo, EachStepIsOneOfSixOfTheProgress) {
+    using Call = std::tuple<std::wstring, std::size_t, std::size_t>;
+    auto const wait_for_the_next_call = [] { std::this_thread::sleep_for(std::chrono::milliseconds(160)); };
+    std::vector<Call> calls;
+    paramdb::LoadProgress const note = [&](wchar_t const* step, std::size_t done, std::size_t total) {
+        calls.emplace_back(step, done, total);
+    };
+    FillWithAFaultForEachStep();
+    PrWin::Sink const log = PrWin::SetSink([&](int, int, std::wstring const& text) {
+        for (wchar_t const* source : {L"CQtChannelInfo", L"CQtRotorInfo", L"CQtModeInfo"})
+            if (text.starts_with(source))
+                wait_for_the_next_call();
+    });
+    {
+        paramdb::ProgressScope const scope(note);
+        EXPECT_FALSE(derived.BuildDerivedInfo());
+        wait_for_the_next_call();
+        paramdb::AdvanceProgress(0);
+    }
+    PrWin::SetSink(log);
+    EXPECT_EQ(calls, (std::vector<Call>{
+                         {L"derive", 2, 6}, {L"derive", 4, 6}, {L"derive", 5, 6}, {L"derive", 6, 6}}));
 }
 
 TEST_F(DerivedInfo, DefinitionsHave32PositionsAtMost) {

@@ -11,16 +11,16 @@ using derivation::Random;
 namespace {
 
 using Point = CGrexInfo::group_element;
-using Entry = CGrexInfo::entry;
+using GrexEntry = CGrexInfo::entry;
 using Groups = std::map<CGrexInfo::group_map::key_type, CGrexInfo::group_element>;
-using Entries = std::map<QClavis, CGrexInfo::entry>;
+using GrexEntries = std::map<QClavis, CGrexInfo::entry>;
 
 Groups GroupsOf(CGrexInfo const& grex) {
     return Groups(grex.Groups().begin(), grex.Groups().end());
 }
 
-Entries EntriesOf(CGrexInfo const& grex) {
-    return Entries(grex.Entries().begin(), grex.Entries().end());
+GrexEntries EntriesOf(CGrexInfo const& grex) {
+    return GrexEntries(grex.Entries().begin(), grex.Entries().end());
 }
 using Messages = std::vector<Message>;
 
@@ -53,7 +53,7 @@ protected:
 TEST_F(GrexInfo, EmptyTables) {
     grex.Init();
     EXPECT_EQ(GroupsOf(grex), Groups());
-    EXPECT_EQ(EntriesOf(grex), Entries());
+    EXPECT_EQ(EntriesOf(grex), GrexEntries());
     EXPECT_EQ(grex.Group(0), std::vector<Point>());
     EXPECT_EQ(grex.Entry({}), nullptr);
     EXPECT_EQ(messages.Take(), Messages());
@@ -71,7 +71,7 @@ TEST_F(GrexInfo, PolygonsAreNumberedFromZeroByAscendingX) {
     EXPECT_EQ(grex.Group(3), (std::vector<Point>{{5.0f, -4.0f}}));
     for (int const number : {-1, 0, 2, 4, 6, 8})
         EXPECT_EQ(grex.Group(number), std::vector<Point>()) << number;
-    EXPECT_EQ(EntriesOf(grex), Entries());
+    EXPECT_EQ(EntriesOf(grex), GrexEntries());
 }
 
 TEST_F(GrexInfo, GroupNumbersOfAnySign) {
@@ -96,9 +96,9 @@ TEST_F(GrexInfo, AKeyTakesAreaSourceAndPolygonOfTheRowThatMatches) {
     Concrete({1, 2, 3, 4, 5, 6});
     ByNumber({1, 2, 3, 4, 5, 6}, 9, 501, 77);
     grex.Init();
-    EXPECT_EQ(EntriesOf(grex), (Entries{{{1, 2, 3, 4, 5, 6}, {501, 77, 9}}}));
+    EXPECT_EQ(EntriesOf(grex), (GrexEntries{{{1, 2, 3, 4, 5, 6}, {501, 77, 9}}}));
     ASSERT_NE(grex.Entry({1, 2, 3, 4, 5, 6}), nullptr);
-    EXPECT_EQ(*grex.Entry({1, 2, 3, 4, 5, 6}), (Entry{501, 77, 9}));
+    EXPECT_EQ(*grex.Entry({1, 2, 3, 4, 5, 6}), (GrexEntry{501, 77, 9}));
     EXPECT_EQ(grex.Entry({1, 2, 3, 4, 5, 7}), nullptr);
     EXPECT_EQ(GroupsOf(grex), Groups()); // the number need not be one of a polygon
     EXPECT_EQ(messages.Take(), Messages());
@@ -120,7 +120,7 @@ TEST_F(GrexInfo, EachElementMayBeAWildcard) {
         pattern[element] = -1;
         ByNumber(pattern, 8, 1, 2);
         grex.Init();
-        EXPECT_EQ(EntriesOf(grex), (Entries{{key, {1, 2, 8}}, {other, {1, 2, 8}}}));
+        EXPECT_EQ(EntriesOf(grex), (GrexEntries{{key, {1, 2, 8}}, {other, {1, 2, 8}}}));
     }
     EXPECT_EQ(messages.Take(), Messages());
 }
@@ -131,7 +131,7 @@ TEST_F(GrexInfo, MinusOneInAConcreteKeyIsAValue) {
     ByNumber({1, 2, 3, 4, 5, 6}, 1, 1, 1);
     ByNumber({-1, 2, 3, 4, 5, 6}, 2, 2, 2);
     grex.Init();
-    EXPECT_EQ(EntriesOf(grex), (Entries{{{-1, 2, 3, 4, 5, 6}, {2, 2, 2}}}));
+    EXPECT_EQ(EntriesOf(grex), (GrexEntries{{{-1, 2, 3, 4, 5, 6}, {2, 2, 2}}}));
     EXPECT_EQ(messages.Take(), Messages());
 }
 
@@ -142,7 +142,8 @@ TEST_F(GrexInfo, OfSeveralRowsTheFirstStaysAndEachOtherIsReported) {
     ByNumber({-1, 1, -1, -1, -1, -1}, 11, 2, 2);
     ByNumber({1, -1, -1, -1, -1, -1}, 12, 3, 3);
     grex.Init();
-    EXPECT_EQ(EntriesOf(grex), (Entries{{{1, 1, 1, 1, 1, 1}, {1, 1, 10}}, {{2, 1, 1, 1, 1, 1}, {1, 1, 10}}}));
+    EXPECT_EQ(EntriesOf(grex),
+              (GrexEntries{{{1, 1, 1, 1, 1, 1}, {1, 1, 10}}, {{2, 1, 1, 1, 1, 1}, {1, 1, 10}}}));
     EXPECT_EQ(messages.Take(), (Messages{Ambiguous(), Ambiguous(), Ambiguous()}));
 }
 
@@ -161,7 +162,8 @@ TEST_F(GrexInfo, ATwoPointDefinitionMakesAGroupForEachKeyThatItMatches) {
     Concrete({2, 1, 1, 1, 1, 1});
     TwoPoints({-1, 1, 1, 1, 1, 1}, 4, 7, 8, 0.5f);
     grex.Init();
-    EXPECT_EQ(EntriesOf(grex), (Entries{{{1, 1, 1, 1, 1, 1}, {7, 8, 5}}, {{2, 1, 1, 1, 1, 1}, {7, 8, 6}}}));
+    EXPECT_EQ(EntriesOf(grex),
+              (GrexEntries{{{1, 1, 1, 1, 1, 1}, {7, 8, 5}}, {{2, 1, 1, 1, 1, 1}, {7, 8, 6}}}));
     std::vector<Point> const line{{1.0f, 3.5f}, {2.0f, 4.5f}};
     EXPECT_EQ(grex.Group(5), line);
     EXPECT_EQ(grex.Group(6), line);
@@ -174,7 +176,7 @@ TEST_F(GrexInfo, WithoutPolygonTheFirstNewGroupIsZero) {
     Concrete({1, 1, 1, 1, 1, 1});
     TwoPoints({-1, -1, -1, -1, -1, -1}, 99, 0, 0, 0.0f);
     grex.Init();
-    EXPECT_EQ(EntriesOf(grex), (Entries{{{1, 1, 1, 1, 1, 1}, {0, 0, 0}}}));
+    EXPECT_EQ(EntriesOf(grex), (GrexEntries{{{1, 1, 1, 1, 1, 1}, {0, 0, 0}}}));
     EXPECT_EQ(GroupsOf(grex), (Groups{{{0, 0}, {1.0f, 3.0f}}, {{0, 1}, {2.0f, 4.0f}}}));
 }
 
@@ -209,7 +211,7 @@ TEST_F(GrexInfo, OnlyModeOneIsATwoPointDefinition) {
         Concrete({1, 1, 1, 1, 1, 1});
         Pattern({1, 1, 1, 1, 1, 1}, QVIpTrackPolygon(6, 0, 2, 3, 0.0f, mode, 1.0f, 2.0f, 3.0f, 4.0f));
         grex.Init();
-        EXPECT_EQ(EntriesOf(grex), (Entries{{{1, 1, 1, 1, 1, 1}, {2, 3, 6}}})) << mode;
+        EXPECT_EQ(EntriesOf(grex), (GrexEntries{{{1, 1, 1, 1, 1, 1}, {2, 3, 6}}})) << mode;
         EXPECT_EQ(GroupsOf(grex), Groups()) << mode;
     }
 }
@@ -221,7 +223,8 @@ TEST_F(GrexInfo, AnAmbiguousTwoPointDefinitionMakesItsGroupAllTheSame) {
     TwoPoints({-1, 1, -1, -1, -1, -1}, 0, 2, 2, 1.0f);
     TwoPoints({2, -1, -1, -1, -1, -1}, 0, 3, 3, 2.0f);
     grex.Init();
-    EXPECT_EQ(EntriesOf(grex), (Entries{{{1, 1, 1, 1, 1, 1}, {1, 1, 42}}, {{2, 1, 1, 1, 1, 1}, {1, 1, 42}}}));
+    EXPECT_EQ(EntriesOf(grex),
+              (GrexEntries{{{1, 1, 1, 1, 1, 1}, {1, 1, 42}}, {{2, 1, 1, 1, 1, 1}, {1, 1, 42}}}));
     EXPECT_EQ(GroupsOf(grex), (Groups{{{0, 0}, {1.0f, 4.0f}},
                                       {{0, 1}, {2.0f, 5.0f}},
                                       {{1, 0}, {1.0f, 4.0f}},
@@ -265,13 +268,13 @@ TEST_F(GrexInfo, InitTwiceGivesTheSame) {
     tables.IpPolygonValue.Clear();
     grex.Init();
     EXPECT_EQ(GroupsOf(grex), Groups());
-    EXPECT_EQ(EntriesOf(grex), Entries());
+    EXPECT_EQ(EntriesOf(grex), GrexEntries());
 }
 
 // Every concrete key against every row.
 struct PlainGrex {
     Groups groups;
-    Entries entries;
+    GrexEntries entries;
     std::size_t ambiguous = 0;
 
     explicit PlainGrex(CParamTables const& tables) {

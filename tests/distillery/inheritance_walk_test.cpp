@@ -12,14 +12,14 @@ using paramdb::InheritanceWalk;
 namespace {
 
 constexpr std::size_t None = InheritanceWalk::NoChannel;
-using Channels = std::vector<std::size_t>;
+using Chain = std::vector<std::size_t>;
 using Flags = std::vector<unsigned int>;
 
 // What a run gives, in a form that can be compared.
 struct Outcome {
-    Channels bases;
+    Chain bases;
     Flags flags;
-    std::vector<Channels> cycles;
+    std::vector<Chain> cycles;
     bool operator==(Outcome const&) const = default;
 };
 
@@ -28,12 +28,12 @@ void PrintTo(Outcome const& outcome, std::ostream* out) {
          << testing::PrintToString(outcome.flags) << " cycles " << testing::PrintToString(outcome.cycles);
 }
 
-Outcome RunWith(InheritanceWalk& walk, Channels const& parents, Flags const& flags) {
+Outcome RunWith(InheritanceWalk& walk, Chain const& parents, Flags const& flags) {
     Outcome outcome;
-    Channels starts(parents.size());
+    Chain starts(parents.size());
     std::iota(starts.begin(), starts.end(), std::size_t{0});
-    auto const& results = walk.Run(starts, parents, flags,
-                                   [&outcome](Channels const& cycle) { outcome.cycles.push_back(cycle); });
+    auto const& results =
+        walk.Run(starts, parents, flags, [&outcome](Chain const& cycle) { outcome.cycles.push_back(cycle); });
     for (auto const& [base, all_flags] : results) {
         outcome.bases.push_back(base);
         outcome.flags.push_back(all_flags);
@@ -41,17 +41,17 @@ Outcome RunWith(InheritanceWalk& walk, Channels const& parents, Flags const& fla
     return outcome;
 }
 
-Outcome RunOnce(Channels const& parents, Flags const& flags) {
+Outcome RunOnce(Chain const& parents, Flags const& flags) {
     InheritanceWalk walk;
     return RunWith(walk, parents, flags);
 }
 
 // Each channel walks its own line, up to the first channel that it has seen.
-Outcome WalkEachLine(Channels const& parents, Flags const& flags) {
+Outcome WalkEachLine(Chain const& parents, Flags const& flags) {
     Outcome outcome;
     std::set<std::size_t> in_cycles;
     for (std::size_t start = 0; start < parents.size(); ++start) {
-        Channels line;
+        Chain line;
         std::size_t channel = start;
         unsigned int all_flags = 0;
         while (channel != None && std::ranges::count(line, channel) == 0) {
@@ -62,7 +62,7 @@ Outcome WalkEachLine(Channels const& parents, Flags const& flags) {
         outcome.bases.push_back(line.back());
         outcome.flags.push_back(all_flags);
         if (channel != None && in_cycles.count(channel) == 0) {
-            Channels const cycle(std::ranges::find(line, channel), line.end());
+            Chain const cycle(std::ranges::find(line, channel), line.end());
             in_cycles.insert(cycle.begin(), cycle.end());
             outcome.cycles.push_back(cycle);
         }
@@ -76,7 +76,7 @@ TEST(InheritanceWalk, NoChannels) {
 
 struct WalkCase {
     char const* name;
-    Channels parents;
+    Chain parents;
     Flags flags;
     Outcome outcome;
 };
@@ -122,14 +122,14 @@ TEST(InheritanceWalk, Cases) {
 
 TEST(InheritanceWalk, AVeryLongLine) {
     constexpr std::size_t count = 200'000;
-    Channels parents;
+    Chain parents;
     for (std::size_t channel = 0; channel < count; ++channel)
         parents.push_back(channel + 1 < count ? channel + 1 : None);
     Flags flags(count, 0);
     flags.back() = 4;
     flags[count / 2] = 1;
     Outcome const outcome = RunOnce(parents, flags);
-    EXPECT_EQ(outcome.bases, Channels(count, count - 1));
+    EXPECT_EQ(outcome.bases, Chain(count, count - 1));
     EXPECT_EQ(std::ranges::count(outcome.flags, 5u), static_cast<std::ptrdiff_t>(count / 2 + 1));
     EXPECT_EQ(std::ranges::count(outcome.flags, 4u), static_cast<std::ptrdiff_t>(count / 2 - 1));
     EXPECT_TRUE(outcome.cycles.empty());
@@ -137,8 +137,8 @@ TEST(InheritanceWalk, AVeryLongLine) {
 
 TEST(InheritanceWalk, AVeryLongRing) {
     constexpr std::size_t count = 200'000;
-    Channels parents;
-    Channels ring;
+    Chain parents;
+    Chain ring;
     for (std::size_t channel = 0; channel < count; ++channel) {
         parents.push_back((channel + 1) % count);
         ring.push_back(channel);
@@ -149,7 +149,7 @@ TEST(InheritanceWalk, AVeryLongRing) {
     for (std::size_t channel = 0; channel < count; ++channel)
         ASSERT_EQ(outcome.bases[channel], (channel + count - 1) % count);
     EXPECT_EQ(outcome.flags, Flags(count, 6));
-    EXPECT_EQ(outcome.cycles, std::vector<Channels>{ring});
+    EXPECT_EQ(outcome.cycles, std::vector<Chain>{ring});
 }
 
 TEST(InheritanceWalk, EachRunStartsAnew) {
@@ -169,7 +169,7 @@ TEST(InheritanceWalk, RandomParentsAgainstAWalkOfEachLine) {
         Random random(seed);
         int const count = random.Between(1, 14);
         int const roots = random.Between(1, 6);
-        Channels parents;
+        Chain parents;
         Flags flags;
         for (int channel = 0; channel < count; ++channel) {
             parents.push_back(random.OneIn(roots) ? None

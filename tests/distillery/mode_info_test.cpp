@@ -2,16 +2,10 @@
 
 #include <cmath>
 #include <gtest/gtest.h>
-#include <limits>
+#include <tests/support/extremes.h>
 #include <tests/support/messages.h>
 
 namespace {
-
-constexpr int Highest = std::numeric_limits<int>::max();
-constexpr int Lowest = std::numeric_limits<int>::min();
-constexpr float Infinite = std::numeric_limits<float>::infinity();
-constexpr float NotANumber = std::numeric_limits<float>::quiet_NaN();
-constexpr float Largest = std::numeric_limits<float>::max();
 
 Message const CannotCombine = {
     16, 1, L"CQtModeInfo: Failed to combine the Auto Mode Param Table from the Application Sea.\n"};

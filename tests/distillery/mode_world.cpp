@@ -2,18 +2,8 @@
 
 #include <paramdb/platform/signal/measuring_unit.h>
 
-#include <limits>
 #include <sstream>
-
-namespace {
-
-constexpr int Highest = std::numeric_limits<int>::max();
-constexpr int Lowest = std::numeric_limits<int>::min();
-constexpr float Infinite = std::numeric_limits<float>::infinity();
-constexpr float NotANumber = std::numeric_limits<float>::quiet_NaN();
-constexpr float Largest = std::numeric_limits<float>::max();
-
-} // namespace
+#include <tests/support/extremes.h>
 
 void ModeWorld::Renew() {
     own.Clear();

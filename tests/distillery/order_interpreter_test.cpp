@@ -3,18 +3,13 @@
 #include "order_model.h"
 
 #include <gtest/gtest.h>
-#include <limits>
+#include <tests/support/extremes.h>
 #include <tests/support/messages.h>
 
 namespace {
 
 using Definition = QVSpecIntervalEntry::Definition;
 using Positions = std::vector<OrderPosition>;
-
-constexpr float Infinite = std::numeric_limits<float>::infinity();
-constexpr float NotANumber = std::numeric_limits<float>::quiet_NaN();
-constexpr int Highest = std::numeric_limits<int>::max();
-constexpr int Lowest = std::numeric_limits<int>::min();
 
 Positions Parse(wchar_t const* text, unsigned int room = 32) {
     std::vector<Definition> out(room);

@@ -1,13 +1,10 @@
 #include "rotor_world.h"
 
 #include <gtest/gtest.h>
-#include <limits>
+#include <tests/support/extremes.h>
 #include <tests/support/messages.h>
 
 namespace {
-
-constexpr int Highest = std::numeric_limits<int>::max();
-constexpr int Lowest = std::numeric_limits<int>::min();
 
 using Entry = RotorModel::Entry;
 using Entries = std::vector<Entry>;

@@ -3,12 +3,9 @@
 #include "own_distillery.h"
 
 #include <gtest/gtest.h>
-#include <limits>
+#include <tests/support/extremes.h>
 
 namespace {
-
-constexpr int Highest = std::numeric_limits<int>::max();
-constexpr int Lowest = std::numeric_limits<int>::min();
 
 class RotorTablesTest : public testing::Test {
 protected:

@@ -2,11 +2,9 @@
 
 #include <limits>
 #include <sstream>
+#include <tests/support/extremes.h>
 
 namespace {
-
-constexpr int Highest = std::numeric_limits<int>::max();
-constexpr int Lowest = std::numeric_limits<int>::min();
 
 template <class Table>
 void Describe(std::ostringstream& text, char const* name, Table const& table) {

@@ -18,8 +18,6 @@ namespace {
 using Channels = CDbUniqueMap<QIdx1, QVChannelProperty>;
 using Parameters = CDbUniqueMap<QIdx1, QVInstrumentParam>;
 
-constexpr char Version[] = "<DbDesign.CacheVersion>: 216\n<DbDesign.CacheMinorVersion>: 1\n";
-
 std::pair<QIdx1, QVChannelProperty> Channel(int channel, unsigned int flags) {
     return {channel, QVChannelProperty(flags, 0)};
 }
@@ -135,7 +133,7 @@ protected:
 
     void Load(std::string const& rows) {
         CParameterLake::Lake().clear();
-        FillLake(Version + rows);
+        FillLake(VersionLines + rows);
         ASSERT_TRUE(distillery.ReadTablesFromCandidateLake());
     }
     // The parameters of the instruments 1 and 2, the channels of the types 0 and 4.
@@ -209,7 +207,7 @@ TEST_F(RowCountsOfALoad, AfterALoadThatFails) {
     EXPECT_EQ(messages.Take().size(), 1u);
     EXPECT_EQ(Counts(), (Expected{0, 0, 0, 1}));
     CParameterLake::Lake().clear();
-    FillLake(std::string(Version) +
+    FillLake(std::string(VersionLines) +
              "<TApplicationSignal>: {\n1 s\n}\n<TChannelProperty>: {\n1 0 0\n2 0 0\n}\n");
     EXPECT_FALSE(distillery.ReadTablesFromCandidateLake());
     EXPECT_EQ(messages.Take().size(), 1u);

@@ -5,22 +5,19 @@
 
 #include <array>
 #include <gtest/gtest.h>
-#include <limits>
+#include <tests/support/extremes.h>
 #include <tests/support/messages.h>
 #include <tests/support/sources.h>
 
 namespace {
 
-constexpr int Highest = std::numeric_limits<int>::max();
-constexpr int Lowest = std::numeric_limits<int>::min();
-
 // Parameter, index, lower and upper position.
-using Entry = std::tuple<int, int, OrderPosition, OrderPosition>;
-using Entries = std::vector<Entry>;
+using Stored = std::tuple<int, int, OrderPosition, OrderPosition>;
+using AllStored = std::vector<Stored>;
 
 template <class Iterator>
-Entries Listed(Iterator first, Iterator last) {
-    Entries entries;
+AllStored StoredIn(Iterator first, Iterator last) {
+    AllStored entries;
     for (; first != last; ++first)
         entries.emplace_back(first->first[0], first->first[1], OrderPosition(first->second.lower()),
                              OrderPosition(first->second.upper()));
@@ -31,7 +28,7 @@ OrderPosition Order(float order) {
     return {0, order, 0, 0, 0, 2};
 }
 
-Message SyntaxError(std::wstring const& text) {
+Message DefinitionError(std::wstring const& text) {
     return {8, 3,
             L"OrderInterpreter::GetSpecPositions(): Syntax error in order definition '" + text +
                 L"', treating it as empty.\n"};
@@ -60,13 +57,13 @@ protected:
         row.get<"interpretation">() = interpretation;
         own.tables().IpSvOfSpec.at(instrument).insert({parameter, row});
     }
-    Entries All() {
+    AllStored All() {
         auto const& table = own.derived().SpecIntervals().Intervals();
-        return Listed(table.begin(), table.end());
+        return StoredIn(table.begin(), table.end());
     }
-    Entries Of(unsigned int parameter) {
+    AllStored Of(unsigned int parameter) {
         auto const range = own.instance().SpecIntervalRange(parameter);
-        return Listed(range.first, range.second);
+        return StoredIn(range.first, range.second);
     }
 
     MessageLog messages;
@@ -87,10 +84,10 @@ TEST_F(SpecIntervalStoreTest, OnePositionAndPairs) {
     Add(Residual, 7, L"O1;O2");
     Add(Residual, 8, L"O1*");
     ASSERT_TRUE(own.Build());
-    EXPECT_EQ(All(), (Entries{{3, 0, Order(1), Order(1)},
-                              {4, 0, Order(1), Order(2)},
-                              {4, 2, Order(3), Order(4)},
-                              {5, 0, Order(1), Order(2)}}));
+    EXPECT_EQ(All(), (AllStored{{3, 0, Order(1), Order(1)},
+                                {4, 0, Order(1), Order(2)},
+                                {4, 2, Order(3), Order(4)},
+                                {5, 0, Order(1), Order(2)}}));
     EXPECT_EQ(messages.Take(), std::vector<Message>());
     own.tables().IpSvOfSpec.at(Value).PurgeTable();
     ASSERT_TRUE(own.Build());
@@ -105,10 +102,10 @@ TEST_F(SpecIntervalStoreTest, BadAndOddDefinitions) {
     Add(Track, 2, L"O1;HX;HX");        // 31
     Add(Track, 3, L"F100+H2");
     ASSERT_TRUE(own.Build());
-    EXPECT_EQ(messages.Take(), (std::vector{OddNumber(3, 1), SyntaxError(L"F100+M1"), OddNumber(31, 2),
-                                            SyntaxError(L"F100+H2")}));
+    EXPECT_EQ(messages.Take(), (std::vector{OddNumber(3, 1), DefinitionError(L"F100+M1"), OddNumber(31, 2),
+                                            DefinitionError(L"F100+H2")}));
     EXPECT_EQ(All().size(), 16u);
-    EXPECT_EQ(Of(9), (Entries{{9, 0, Order(1), Order(1)}}));
+    EXPECT_EQ(Of(9), (AllStored{{9, 0, Order(1), Order(1)}}));
 }
 
 TEST_F(SpecIntervalStoreTest, ASeriesOfBands) {
@@ -119,7 +116,7 @@ TEST_F(SpecIntervalStoreTest, ASeriesOfBands) {
     for (int band = 0; band < 16; ++band) {
         auto const harmonic = static_cast<float>(band + 1);
         EXPECT_EQ(entries[static_cast<std::size_t>(band)],
-                  Entry(5, 2 * band, {0, 0, harmonic, -1, 0, 2}, {0, 0, harmonic, 1, 0, 2}));
+                  Stored(5, 2 * band, {0, 0, harmonic, -1, 0, 2}, {0, 0, harmonic, 1, 0, 2}));
     }
 }
 
@@ -142,11 +139,11 @@ TEST_F(SpecIntervalStoreTest, AValueAndATrackOfOneParameter) {
     Add(Value, 7, L"O1*");
     Add(Track, 7, L"O9");
     ASSERT_TRUE(own.Build());
-    EXPECT_EQ(All(), (Entries{{5, 0, Order(1), Order(2)},
-                              {5, 2, Order(5), Order(6)},
-                              {6, 0, Order(1), Order(2)},
-                              {6, 2, Order(3), Order(4)},
-                              {7, 0, Order(9), Order(9)}}));
+    EXPECT_EQ(All(), (AllStored{{5, 0, Order(1), Order(2)},
+                                {5, 2, Order(5), Order(6)},
+                                {6, 0, Order(1), Order(2)},
+                                {6, 2, Order(3), Order(4)},
+                                {7, 0, Order(9), Order(9)}}));
     EXPECT_STREQ(own.instance().SpecIntervalDefinition(5), L"O1;O2");
 }
 
@@ -160,7 +157,7 @@ TEST_F(SpecIntervalStoreTest, DeprecatedInterpretations) {
     ASSERT_TRUE(own.Build());
     EXPECT_EQ(messages.Take(),
               (std::vector{Deprecated(L"O1"), Deprecated(L"O2"), Deprecated(L"O7"), Deprecated(L"O8"),
-                           Deprecated(L"%s*O1"), SyntaxError(L"%s*O1"), Deprecated(L"")}));
+                           Deprecated(L"%s*O1"), DefinitionError(L"%s*O1"), Deprecated(L"")}));
     EXPECT_EQ(All().size(), 9u) << "they are taken all the same";
 }
 
@@ -187,13 +184,13 @@ TEST_F(SpecIntervalStoreTest, RangesOfParameters) {
     ASSERT_TRUE(own.Build());
     for (int const parameter : {Lowest, -2, -1, 0, 5, Highest - 1, Highest}) {
         EXPECT_EQ(Of(static_cast<unsigned int>(parameter)),
-                  (Entries{{parameter, 0, Order(1), Order(2)}, {parameter, 2, Order(3), Order(4)}}));
+                  (AllStored{{parameter, 0, Order(1), Order(2)}, {parameter, 2, Order(3), Order(4)}}));
         EXPECT_STREQ(own.instance().SpecIntervalDefinition(static_cast<unsigned int>(parameter)),
                      L"O1;O2;O3;O4");
     }
-    EXPECT_EQ(Of(4), Entries());
-    EXPECT_EQ(Of(6), Entries());
-    EXPECT_EQ(Of(0x80000001u), Entries());
+    EXPECT_EQ(Of(4), AllStored());
+    EXPECT_EQ(Of(6), AllStored());
+    EXPECT_EQ(Of(0x80000001u), AllStored());
 }
 
 TEST_F(SpecIntervalStoreTest, Definitions) {
@@ -246,7 +243,7 @@ TEST_F(SpecIntervalStoreTest, RangePutsAPairAtItsUpperPosition) {
     EXPECT_EQ(CQtSpecIntervalStore::Range(nullptr, nullptr, 32), 0u);
     EXPECT_EQ(messages.Take(), std::vector<Message>());
     EXPECT_EQ(CQtSpecIntervalStore::Range(L"O1*", nullptr, 32), 0u);
-    EXPECT_EQ(messages.Take(), std::vector{SyntaxError(L"O1*")});
+    EXPECT_EQ(messages.Take(), std::vector{DefinitionError(L"O1*")});
 }
 
 TEST_F(SpecIntervalStoreTest, RangeSameAsTheModelOnMadeUpTexts) {
@@ -297,7 +294,7 @@ TEST_F(SpecIntervalStoreTest, BuildSameAsTheModelOnMadeUpTexts) {
             auto const list = ModelOfOrders(text, 32);
             auto const& positions = list.positions;
             if (list.is_bad)
-                reports.push_back(SyntaxError(text));
+                reports.push_back(DefinitionError(text));
             if (positions.size() == 1)
                 expected.try_emplace({parameter, 0}, positions[0], positions[0]);
             else if (positions.size() % 2 == 1)
@@ -307,7 +304,7 @@ TEST_F(SpecIntervalStoreTest, BuildSameAsTheModelOnMadeUpTexts) {
                     expected.try_emplace({parameter, static_cast<int>(place)}, positions[place],
                                          positions[place + 1]);
         }
-        Entries entries;
+        AllStored entries;
         for (auto const& [key, bounds] : expected)
             entries.emplace_back(key.first, key.second, bounds.first, bounds.second);
         SCOPED_TRACE(testing::Message() << "seed " << seed << " round " << round);
@@ -326,11 +323,12 @@ TEST_F(SpecIntervalLoadTest, FromALake) {
              "<TIpSpectralTrack>: {\n 7 1 2 0 \"O 1,5\" 1001 6\n}\n");
     CQtParamInstance instance;
     ASSERT_TRUE(instance.ReadTablesFromCandidateLake());
-    EXPECT_EQ(messages.Take(), (std::vector{Deprecated(L"O1*2"), SyntaxError(L"O1*2")}));
+    EXPECT_EQ(messages.Take(), (std::vector{Deprecated(L"O1*2"), DefinitionError(L"O1*2")}));
     auto const five = instance.SpecIntervalRange(5);
-    EXPECT_EQ(Listed(five.first, five.second), (Entries{{5, 0, {0, 0, 1, -2, 0, 2}, {0, 0, 1, 2, 0, 2}}}));
+    EXPECT_EQ(StoredIn(five.first, five.second),
+              (AllStored{{5, 0, {0, 0, 1, -2, 0, 2}, {0, 0, 1, 2, 0, 2}}}));
     auto const seven = instance.SpecIntervalRange(7);
-    EXPECT_EQ(Listed(seven.first, seven.second), (Entries{{7, 0, Order(1.5f), Order(1.5f)}}));
+    EXPECT_EQ(StoredIn(seven.first, seven.second), (AllStored{{7, 0, Order(1.5f), Order(1.5f)}}));
     EXPECT_STREQ(instance.SpecIntervalDefinition(5), L"H1 - M2; H1 + M2");
 }
 

@@ -2,8 +2,8 @@
 
 #include "derivation_support.h"
 
-#include <limits>
 #include <numeric>
+#include <tests/support/extremes.h>
 
 using derivation::Random;
 using paramdb::WildcardIndex;
@@ -11,9 +11,6 @@ using paramdb::WildcardIndex;
 namespace {
 
 using RowNumbers = std::vector<std::size_t>;
-
-constexpr int Lowest = std::numeric_limits<int>::min();
-constexpr int Highest = std::numeric_limits<int>::max();
 
 // One row after the other, one element after the other.
 RowNumbers MatchingRows(std::vector<QClavis> const& patterns, QClavis const& key) {

@@ -9,15 +9,13 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <tests/support/extremes.h>
 #include <tuple>
 #include <type_traits>
 #include <utility>
 #include <vector>
 
 namespace {
-
-constexpr int Lowest = std::numeric_limits<int>::min();
-constexpr int Highest = std::numeric_limits<int>::max();
 
 // The keys of integers, by their number of elements.
 template <class Key>

@@ -9,10 +9,10 @@
 #include <cstddef>
 #include <cstdlib>
 #include <gtest/gtest.h>
-#include <limits>
 #include <new>
 #include <string>
 #include <tests/distillery/own_distillery.h>
+#include <tests/support/extremes.h>
 #include <thread>
 #include <utility>
 
@@ -110,8 +110,6 @@ TEST(Allocations, AreCounted) {
     CFixedText moved(L"text");
     EXPECT_EQ(AllocationsOf([&] { CFixedText const target(std::move(moved)); }), 0u);
 }
-
-constexpr int Lowest = std::numeric_limits<int>::min();
 
 class QueryAllocations : public testing::Test {
 protected:

@@ -2,20 +2,17 @@
 
 #include <gtest/gtest.h>
 #include <iterator>
-#include <limits>
 #include <map>
 #include <string>
 #include <tests/distillery/derivation_support.h>
 #include <tests/distillery/own_distillery.h>
+#include <tests/support/extremes.h>
 #include <tests/support/messages.h>
 #include <tests/support/sources.h>
 #include <utility>
 #include <vector>
 
 namespace {
-
-constexpr int Highest = std::numeric_limits<int>::max();
-constexpr int Lowest = std::numeric_limits<int>::min();
 
 struct Numbers {
     int first, last, result;

@@ -11,12 +11,10 @@
 
 namespace {
 
-constexpr char Version[] = "<DbDesign.CacheVersion>: 216\n<DbDesign.CacheMinorVersion>: 1\n";
-
 class DerivedQueries : public LoadTest {
 protected:
     void Load(std::string const& text) {
-        FillLake(Version + text);
+        FillLake(VersionLines + text);
         ASSERT_TRUE(instance.ReadTablesFromCandidateLake());
         ASSERT_EQ(messages.Take(), std::vector<Message>());
     }

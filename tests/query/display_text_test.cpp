@@ -44,14 +44,14 @@ std::string ParameterRow(int parameter, int instrument, std::string const& name)
 }
 
 // A parameter of each class, numbered as the class, with its row and what it must show.
-struct Case {
+struct Display {
     int instrument;
     char const* tag;
     char const* row;
     Lines lines;
 };
 
-Case const Cases[] = {
+Display const Displays[] = {
     {1001,
      "<TIpSpectralValue>",
      "3 5 6 \"H1-M2;H1+M2\" 1002 77",
@@ -195,14 +195,14 @@ constexpr int PolygonClass = 10001; // has its row in no table of its own
 TEST_F(DisplayText, LinesOfEachClass) {
     std::string parameters = ParameterRow(77, 1004, "Peak level");
     std::string tables;
-    for (Case const& test : Cases) {
+    for (Display const& test : Displays) {
         std::string const id = std::to_string(test.instrument);
         parameters += ParameterRow(test.instrument, test.instrument, "p" + id);
         tables += std::string(test.tag) + ": {\n " + id + " " + test.row + "\n}\n";
     }
     Load("<TInstrumentParam>: {\n" + parameters + "}\n" + tables);
     EXPECT_EQ(messages.Take(), std::vector<Message>());
-    for (Case const& test : Cases) {
+    for (Display const& test : Displays) {
         SCOPED_TRACE(test.tag);
         std::wstring bare;
         std::wstring laid_out;
@@ -231,9 +231,9 @@ TEST_F(DisplayText, UnknownParameters) {
 
 TEST_F(DisplayText, ClassesWithoutLines) {
     std::set<int> classes{PolygonClass, 2900};
-    for (Case const& test : Cases)
+    for (Display const& test : Displays)
         classes.insert(test.instrument);
-    EXPECT_EQ(classes.size(), std::size(Cases) + 2);
+    EXPECT_EQ(classes.size(), std::size(Displays) + 2);
     OwnDistillery own;
     own.tables().InstrumentParam.insert({7, QVInstrumentParam()});
     int& instrument = own.tables().InstrumentParam.find(7)->second.get<"instrument">();

@@ -18,7 +18,7 @@ using Mask = std::bitset<Clavis::ElementCount>;
 using Names = std::map<int, std::wstring>;
 
 // The tables, and the texts by going through them.
-struct Model {
+struct TextModel {
     Names modes, instruments, channels, locations, signals;
     std::map<int, std::pair<int, std::wstring>> parameters; // instrument and name
     std::map<int, unsigned int> channel_types, location_flags;
@@ -90,7 +90,7 @@ struct Model {
 class World {
 public:
     OwnDistillery own;
-    Model model;
+    TextModel model;
 
     explicit World(derivation::Random& random) : m_random(&random) {
         CParamTables& tables = own.tables();
@@ -159,7 +159,7 @@ SClavis Plain(std::vector<int> const& key) {
 
 void CheckOneKey(World& world, derivation::Random& random) {
     CQtParamInstance const& instance = world.own.instance();
-    Model const& model = world.model;
+    TextModel const& model = world.model;
     std::vector<int> const key = world.AnyKey();
     SCOPED_TRACE(testing::Message() << "key " << testing::PrintToString(key));
     CClavis const clavis(key.data());

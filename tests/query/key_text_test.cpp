@@ -3,18 +3,16 @@
 
 #include <bitset>
 #include <gtest/gtest.h>
-#include <limits>
 #include <optional>
 #include <string>
 #include <tests/distillery/own_distillery.h>
+#include <tests/support/extremes.h>
 #include <tests/support/messages.h>
 #include <tests/support/sources.h>
 #include <vector>
 
 namespace {
 
-constexpr int Highest = std::numeric_limits<int>::max();
-constexpr int Lowest = std::numeric_limits<int>::min();
 constexpr auto Never = CQtParamInstance::show_id_never;
 constexpr auto Always = CQtParamInstance::show_id_always;
 constexpr auto IfUnnamed = CQtParamInstance::show_id_if_unnamed;

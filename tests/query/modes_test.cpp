@@ -2,16 +2,13 @@
 
 #include <cmath>
 #include <gtest/gtest.h>
-#include <limits>
 #include <tests/distillery/own_distillery.h>
+#include <tests/support/extremes.h>
 #include <tests/support/messages.h>
 #include <tests/support/sources.h>
 #include <thread>
 
 namespace {
-
-constexpr float Infinite = std::numeric_limits<float>::infinity();
-constexpr float NotANumber = std::numeric_limits<float>::quiet_NaN();
 
 class ModesTest : public testing::Test {
 protected:

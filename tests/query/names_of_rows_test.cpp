@@ -5,9 +5,9 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <limits>
 #include <string>
 #include <tests/distillery/own_distillery.h>
+#include <tests/support/extremes.h>
 #include <tests/support/messages.h>
 #include <tuple>
 #include <utility>
@@ -16,9 +16,6 @@
 namespace {
 
 using names::RandomName;
-
-constexpr int Highest = std::numeric_limits<int>::max();
-constexpr int Lowest = std::numeric_limits<int>::min();
 
 class NamesOfRows : public testing::Test {
 protected:

@@ -4,9 +4,9 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <limits>
 #include <string>
 #include <tests/distillery/own_distillery.h>
+#include <tests/support/extremes.h>
 #include <tests/support/messages.h>
 #include <tests/support/sources.h>
 #include <thread>
@@ -21,10 +21,6 @@ using names::Kinds;
 using names::NameOfAMiss;
 using names::Query;
 using names::RandomName;
-
-constexpr int Highest = std::numeric_limits<int>::max();
-constexpr int Lowest = std::numeric_limits<int>::min();
-constexpr char Version[] = "<DbDesign.CacheVersion>: 216\n<DbDesign.CacheMinorVersion>: 1\n";
 
 class NamesTest : public testing::Test {
 protected:
@@ -344,7 +340,7 @@ TEST_F(NamesTest, VirtualModesBeforeAndAfterTheyAreAdded) {
 class NamesLoadTest : public LoadTest {
 protected:
     void Load(std::string const& text) {
-        FillLake(Version + text);
+        FillLake(VersionLines + text);
         ASSERT_TRUE(instance.ReadTablesFromCandidateLake());
         ASSERT_EQ(messages.Take(), std::vector<Message>());
     }

@@ -92,6 +92,15 @@ TEST_F(RotorsTest, SpeedSources) {
     EXPECT_EQ(instance().RotorSpeedAppIdSource(-1), -1);
 }
 
+TEST_F(RotorsTest, NeitherNoModeNorNoRotorHasASpeedSource) {
+    own.tables().RotorSpeedSource.insert({{-1, 100}, QVRefIdx(70)});
+    own.tables().RotorSpeedSource.insert({{1, -1}, QVRefIdx(70)});
+    for (bool const reference : {false, true}) {
+        EXPECT_EQ(instance().RotorSpeedSource(-1, 100, reference), -1);
+        EXPECT_EQ(instance().RotorSpeedSource(4, -1, reference), -1);
+    }
+}
+
 TEST_F(RotorsTest, FrequencyRatios) {
     struct Case {
         int mode, a, b;

@@ -36,12 +36,12 @@ TEST(SpecIntervalInversion, Cuts) {
         {"start, then swallowed",
          {LinesOf(50, 100), LinesOf(0, 60), LinesOf(0, 200)},
          {{600, 1000, 61, 100}}},
-        {"from line 0 on", {LinesOf(0, 100), LinesOf(0, 20)}, {{0, 0, 0, Highest}, {200, 1000, 21, 100}}},
-        {"all from line 0 on", {LinesOf(0, 100), LinesOf(0, 100)}, {{0, 0, 0, Highest}}},
+        {"from line 0 on", {LinesOf(0, 100), LinesOf(0, 20)}, {{0, 0, 0, HighestLine}, {200, 1000, 21, 100}}},
+        {"all from line 0 on", {LinesOf(0, 100), LinesOf(0, 100)}, {{0, 0, 0, HighestLine}}},
         {"a wrapped end is a far one",
          {LinesOf(0, 100), LinesOf(0, 100), LinesOf(200, 300)},
-         {{0, 2000, 0, 199}, {3000, 0, 301, Highest}}},
-        {"to the highest line", {LinesOf(5, 9), {0, 7, 0, Highest}}, {LinesOf(5, 9)}},
+         {{0, 2000, 0, 199}, {3000, 0, 301, HighestLine}}},
+        {"to the highest line", {LinesOf(5, 9), {0, 7, 0, HighestLine}}, {LinesOf(5, 9)}},
         {"behind", {LinesOf(5, 9), LinesOf(20, 30)}, {{50, 200, 5, 19}}},
         {"before", {LinesOf(50, 90), LinesOf(20, 30)}, {{300, 900, 31, 90}}},
         {"only the last piece is cut",
@@ -94,8 +94,9 @@ TEST(SpecIntervalInversion, SameAsTheModel) {
         SCOPED_TRACE(testing::Message() << "seed " << seed << " round " << round);
         std::vector<Interval> intervals(1 + random.Below(6));
         for (Interval& interval : intervals) {
-            unsigned int const first = random.Below(20) == 0 ? Highest - random.Below(3) : random.Below(40);
-            unsigned int const last = random.Below(20) == 0 ? Highest : first + random.Below(15);
+            unsigned int const first =
+                random.Below(20) == 0 ? HighestLine - random.Below(3) : random.Below(40);
+            unsigned int const last = random.Below(20) == 0 ? HighestLine : first + random.Below(15);
             interval = {static_cast<float>(random.Below(500)), static_cast<float>(random.Below(500)), first,
                         last};
         }

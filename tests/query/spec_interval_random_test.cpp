@@ -10,7 +10,7 @@ namespace {
 using namespace spec_interval_support;
 
 // Step by step, with every rounding written out.
-struct Model {
+struct BandModel {
     float base_order;
     double ratio;
 
@@ -78,7 +78,7 @@ struct Model {
         Bands bands = Range(entry, distance, speed);
         if (bands.result != 0)
             return bands.result;
-        unsigned int const end = count == 0 ? Highest : count - 1;
+        unsigned int const end = count == 0 ? HighestLine : count - 1;
         unsigned int const first = Line(bands.lower / distance);
         unsigned int last = Line(bands.upper / distance);
         if (first > end)
@@ -105,7 +105,7 @@ TEST(SpecIntervalRandom, SameAsTheModel) {
         double const ratio = double{random.Float()} * (random.Below(2) == 0 ? 1.0 : 1.0 / 3.0);
         drive.Set(ratio, base_order);
         CQtSpecInterval const calculation = drive.Loaded();
-        Model const model{base_order, std::fabs(ratio)};
+        BandModel const model{base_order, std::fabs(ratio)};
         Entry const entry(random.AnyPosition(), random.AnyPosition());
         float const distance = random.Below(10) == 0 ? random.Float() : 0.01f + random.Ordinary() / 100.0f;
         float const speed = random.Float();
@@ -113,7 +113,7 @@ TEST(SpecIntervalRandom, SameAsTheModel) {
 
         float lower = -77;
         float upper = -78;
-        Model::Bands const expected = model.Range(entry, distance, speed);
+        BandModel::Bands const expected = model.Range(entry, distance, speed);
         ASSERT_EQ(calculation.FrequencyRange(entry, distance, speed, lower, upper), expected.result);
         ASSERT_TRUE(Same(lower, expected.written ? expected.lower : -77.0f));
         ASSERT_TRUE(Same(upper, expected.written ? expected.upper : -78.0f));

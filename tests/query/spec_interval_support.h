@@ -11,6 +11,7 @@
 #include <limits>
 #include <random>
 #include <tests/distillery/own_distillery.h>
+#include <tests/support/extremes.h>
 #include <tuple>
 
 namespace spec_interval_support {
@@ -19,10 +20,8 @@ using Entry = QVSpecIntervalEntry;
 using Position = QVSpecIntervalEntry::Definition;
 using Interval = CQtSpecInterval::IndexInterval;
 
-constexpr float Infinite = std::numeric_limits<float>::infinity();
-constexpr float NotANumber = std::numeric_limits<float>::quiet_NaN();
 constexpr float Smallest = std::numeric_limits<float>::denorm_min();
-constexpr unsigned int Highest = std::numeric_limits<unsigned int>::max();
+constexpr unsigned int HighestLine = std::numeric_limits<unsigned int>::max();
 
 // The same bits, or both no number.
 inline bool Same(double left, double right) {

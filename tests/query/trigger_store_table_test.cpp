@@ -3,11 +3,11 @@
 
 #include <array>
 #include <gtest/gtest.h>
-#include <limits>
 #include <stdexcept>
 #include <string>
 #include <tests/distillery/own_distillery.h>
 #include <tests/query/trigger_support.h>
+#include <tests/support/extremes.h>
 #include <tests/support/messages.h>
 #include <utility>
 #include <vector>
@@ -18,9 +18,6 @@ using CInterval = CTriggerStore::CInterval;
 using CIntervals = CTriggerStore::CIntervals;
 using CDimensions = CTriggerStore::CDimensions;
 using Bits = std::bitset<4>;
-
-constexpr int Highest = std::numeric_limits<int>::max();
-constexpr int Lowest = std::numeric_limits<int>::min();
 
 // What the call throws as an out-of-range error; empty if nothing.
 template <class Call>

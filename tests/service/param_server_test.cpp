@@ -11,7 +11,6 @@ using ParamDb::CParameterTableSet;
 
 class ParamServerTest : public LoadTest {
 protected:
-    static constexpr char Version[] = "<DbDesign.CacheVersion>: 216\n<DbDesign.CacheMinorVersion>: 1\n";
     MessageLog messages;
     CQtParamInstance instance;
 };
@@ -35,7 +34,7 @@ TEST_F(ParamServerTest, EmptySourcesFailWithoutMessage) {
 }
 
 TEST_F(ParamServerTest, CreateChangesNothing) {
-    FillLake(Version);
+    FillLake(VersionLines);
     CQtParamServer::Object().Create();
     EXPECT_FALSE(instance.Initialized());
     ASSERT_TRUE(instance.ReadTablesFromCandidateLake());
@@ -44,11 +43,11 @@ TEST_F(ParamServerTest, CreateChangesNothing) {
 }
 
 TEST_F(ParamServerTest, NamedTextsOfALake) {
-    FillLake(std::string(Version) + "<QLearn><FLearnArcName>: \"learn archive.rla\" rest\n"
-                                    "<QCalib><FCalibFileName>: calib.dat and more\n"
-                                    "<QType><FBaseName>: \"open end\n"
-                                    "<QType><FAliasName>:\n"
-                                    "<QType><FAliasName>: second\n");
+    FillLake(std::string(VersionLines) + "<QLearn><FLearnArcName>: \"learn archive.rla\" rest\n"
+                                         "<QCalib><FCalibFileName>: calib.dat and more\n"
+                                         "<QType><FBaseName>: \"open end\n"
+                                         "<QType><FAliasName>:\n"
+                                         "<QType><FAliasName>: second\n");
     ASSERT_TRUE(instance.ReadTablesFromCandidateLake());
     EXPECT_EQ(instance.LearnFileName(), L"learn archive.rla");
     EXPECT_EQ(instance.CalibFileName(), L"calib.dat");
@@ -78,7 +77,7 @@ TEST_F(ParamServerTest, NamedTextsOfATableSet) {
 }
 
 TEST_F(ParamServerTest, ATableSetWithOneTableHidesTheLake) {
-    FillLake(Version);
+    FillLake(VersionLines);
     CParameterTableSet::TableSet()[L"<TMode>"];
     EXPECT_FALSE(instance.ReadTablesFromCandidateLake());
     auto const taken = messages.Take();
@@ -89,7 +88,7 @@ TEST_F(ParamServerTest, ATableSetWithOneTableHidesTheLake) {
 }
 
 TEST_F(ParamServerTest, RefusedLoadKeepsEverything) {
-    FillLake(std::string(Version) + "<QType><FBaseName>: good\n");
+    FillLake(std::string(VersionLines) + "<QType><FBaseName>: good\n");
     ASSERT_TRUE(instance.ReadTablesFromCandidateLake());
     FillLake("<DbDesign.CacheVersion>: 217\n<QType><FBaseName>: bad\n");
     EXPECT_FALSE(instance.ReadTablesFromCandidateLake());
@@ -101,7 +100,7 @@ TEST_F(ParamServerTest, RefusedLoadKeepsEverything) {
 TEST_F(ParamServerTest, HandlesShareOneStore) {
     CQtParamInstance const other(nullptr);
     CQtParamInstance const copy = instance;
-    FillLake(std::string(Version) + "<QType><FBaseName>: shared\n");
+    FillLake(std::string(VersionLines) + "<QType><FBaseName>: shared\n");
     ASSERT_TRUE(instance.ReadTablesFromCandidateLake());
     EXPECT_TRUE(other.Initialized());
     EXPECT_EQ(other.BaseType(), L"shared");
@@ -111,7 +110,7 @@ TEST_F(ParamServerTest, HandlesShareOneStore) {
 TEST_F(ParamServerTest, HandleOntoAnotherDistillery) {
     CQtParamDistillery distillery;
     CQtParamInstance other(&distillery);
-    FillLake(std::string(Version) + "<QType><FBaseName>: own\n");
+    FillLake(std::string(VersionLines) + "<QType><FBaseName>: own\n");
     ASSERT_TRUE(other.ReadTablesFromCandidateLake());
     EXPECT_TRUE(other.Initialized());
     EXPECT_FALSE(instance.Initialized());
@@ -119,7 +118,7 @@ TEST_F(ParamServerTest, HandleOntoAnotherDistillery) {
 }
 
 TEST_F(ParamServerTest, PurgeKeepsTheFlagAndClearKeepsTheTexts) {
-    FillLake(std::string(Version) + "<QLearn><FLearnArcName>: a.rla\n<TMode>: {\n1 idle\n}\n");
+    FillLake(std::string(VersionLines) + "<QLearn><FLearnArcName>: a.rla\n<TMode>: {\n1 idle\n}\n");
     ASSERT_TRUE(instance.ReadTablesFromCandidateLake());
     EXPECT_EQ(instance.Mode().size(), 1u);
     CQtParamServer::Object().Clear();

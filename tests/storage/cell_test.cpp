@@ -21,13 +21,13 @@ constexpr float Infinity = std::numeric_limits<float>::infinity();
 float const NaN = std::nanf("");
 
 template <class Integer>
-struct Case {
+struct Fit {
     cell_t cell;
     std::optional<Integer> result; // none: std::bad_variant_access
 };
 
 template <class Integer>
-void Check(std::vector<Case<Integer>> const& cases) {
+void Check(std::vector<Fit<Integer>> const& cases) {
     for (std::size_t index = 0; index < cases.size(); ++index) {
         SCOPED_TRACE("case " + std::to_string(index));
         if (cases[index].result.has_value())

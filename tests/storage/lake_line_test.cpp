@@ -15,12 +15,12 @@ using paramdb::TakeLine;
 
 namespace {
 
-struct Case {
+struct Split {
     std::string_view line;
     std::string_view key, value, comment;
 };
 
-constexpr Case Cases[] = {
+constexpr Split Splits[] = {
     // keys
     {"name: text", "name", "text", ""},
     {"name:", "name", "", ""},
@@ -113,7 +113,7 @@ std::wstring Wide(std::string_view bytes) {
 } // namespace
 
 TEST(LakeLine, SplitsALine) {
-    for (Case const& test : Cases) {
+    for (Split const& test : Splits) {
         if (test.line.empty())
             continue; // no line that TakeLine may be called for
         SCOPED_TRACE(lake_support::Escaped(test.line));
@@ -128,7 +128,7 @@ TEST(LakeLine, SplitsALine) {
 }
 
 TEST(LakeLine, SplitsALineThatALineEndFollows) {
-    for (Case const& test : Cases)
+    for (Split const& test : Splits)
         for (std::string_view const rest : {""sv, "\n"sv, ";:\"x"sv, "k: v\n"sv}) {
             SCOPED_TRACE(lake_support::Escaped(test.line));
             std::string const text = std::string(test.line) + '\n' + std::string(rest);
@@ -150,7 +150,7 @@ TEST(LakeLine, TextsAreViewsOfTheLine) {
 }
 
 TEST(LakeLine, IsWhatALakeReads) {
-    for (Case const& test : Cases) {
+    for (Split const& test : Splits) {
         SCOPED_TRACE(lake_support::Escaped(test.line));
         CLake lake;
         lake_support::ReadText(lake, "1\n" + std::string(test.line) + "\n");
@@ -165,7 +165,7 @@ TEST(LakeLine, IsWhatALakeReads) {
 }
 
 TEST(LakeLine, TheModelAgrees) {
-    for (Case const& test : Cases) {
+    for (Split const& test : Splits) {
         SCOPED_TRACE(lake_support::Escaped(test.line));
         lake_model::Line const line = lake_model::ParseLine(test.line);
         EXPECT_EQ(line.key, Wide(test.key));

@@ -32,7 +32,7 @@ std::wstring Outline(CLake::CNode const& section) {
     return text + L")";
 }
 
-struct Case {
+struct Nesting {
     char const* text;
     wchar_t const* outline;
     std::vector<int> levels; // of the lines, the root left out
@@ -41,7 +41,7 @@ struct Case {
 } // namespace
 
 TEST(LakeLink, ChildrenAndLevels) {
-    Case const cases[] = {
+    Nesting const cases[] = {
         {"", L"(|)", {}},
         {"\n", L"(| )", {0}},
         {"b: 2\na: 1\n7 8\n", L"(a=1 b=2 | 7 8)", {0, 0, 0}},
@@ -76,7 +76,7 @@ TEST(LakeLink, ChildrenAndLevels) {
         {"}\nb: {\n1\n}\n", L"(|)", {-1, -1, -1, -1}},
         {"a: {\n}\n}\nx: {\n", L"(a={(|) |)", {0, 0, -1, -1}},
     };
-    for (Case const& test : cases) {
+    for (Nesting const& test : cases) {
         SCOPED_TRACE(test.text);
         CLake lake;
         ReadText(lake, test.text);

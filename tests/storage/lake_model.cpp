@@ -2,16 +2,12 @@
 
 #include <algorithm>
 #include <set>
+#include <tests/support/text_lines.h>
+
+using test_support::Widened;
 
 namespace lake_model {
 namespace {
-
-std::wstring Widened(std::string_view bytes) {
-    std::wstring text;
-    for (char const byte : bytes)
-        text += static_cast<wchar_t>(static_cast<unsigned char>(byte));
-    return text;
-}
 
 bool IsBlank(wchar_t character) {
     static std::wstring const blanks = L"\t\n\v\f\r \x85\xA0";

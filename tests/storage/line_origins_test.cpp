@@ -41,13 +41,14 @@ std::vector<std::string> Origins(CLake const& lake) {
     return texts;
 }
 
-using Texts = std::vector<std::string>;
+using Places = std::vector<std::string>;
 
 } // namespace
 
 TEST_F(LineOriginsTest, LinesOfAFile) {
     CLake const lake(File(u8"a.lake", "a: 1\n\tb : {\r\n\n  1 2\n} ; c\n; d\n \t \n\te").c_str());
-    EXPECT_EQ(Origins(lake), (Texts{"0:1:1", "0:2:2", "0:3:1", "0:4:3", "0:5:1", "0:6:1", "0:7:4", "0:8:2"}));
+    EXPECT_EQ(Origins(lake),
+              (Places{"0:1:1", "0:2:2", "0:3:1", "0:4:3", "0:5:1", "0:6:1", "0:7:4", "0:8:2"}));
     LineOrigins const origins(lake);
     ASSERT_EQ(origins.Files().size(), 1U);
     LineOrigins::File const& file = origins.Files().front();
@@ -71,7 +72,7 @@ TEST_F(LineOriginsTest, BytesOfNoFile) {
         CLake const empty(File(u8"empty.lake", "").c_str());
         LineOrigins const origins(empty);
         EXPECT_EQ(origins.Find(&elsewhere), std::nullopt);
-        EXPECT_EQ(Origins(empty), Texts{});
+        EXPECT_EQ(Origins(empty), Places{});
     }
     CLake const lake(File(u8"one.lake", "a: 1").c_str());
     LineOrigins const origins(lake);
@@ -89,13 +90,13 @@ TEST_F(LineOriginsTest, AfterMergingAndCopying) {
         CLake other(File(u8"b.lake", "; c\nb: {\n2\n}\n").c_str());
         lake.merge(other);
     }
-    Texts const merged{"0:1:1", "0:2:1", "0:3:1", "0:4:1", "-", "1:1:1", "1:2:1", "1:3:1", "1:4:1"};
+    Places const merged{"0:1:1", "0:2:1", "0:3:1", "0:4:1", "-", "1:1:1", "1:2:1", "1:3:1", "1:4:1"};
     EXPECT_EQ(Origins(lake), merged);
     auto const row = *lake[L"b"].position->begin_unnamed();
     EXPECT_EQ(LineOrigins(lake).Find(*row), (LineOrigin{1, 3, 1}));
     lake.merge(lake);
     EXPECT_EQ(LineOrigins(lake).Files().size(), 2U);
-    Texts twice = merged;
+    Places twice = merged;
     twice.push_back("-");
     twice.insert(twice.end(), merged.begin(), merged.end());
     EXPECT_EQ(Origins(lake), twice);
@@ -117,7 +118,7 @@ TEST_F(LineOriginsTest, OneFileReadTwice) {
     CLake lake(name.c_str());
     CLake again(name.c_str());
     lake.merge(again);
-    EXPECT_EQ(Origins(lake), (Texts{"0:1:1", "-", "1:1:1"}));
+    EXPECT_EQ(Origins(lake), (Places{"0:1:1", "-", "1:1:1"}));
 }
 
 TEST_F(LineOriginsTest, AfterChanges) {
@@ -134,7 +135,7 @@ TEST_F(LineOriginsTest, AfterChanges) {
     EXPECT_EQ(origins.Find(**++row), std::nullopt);
 
     lake.read(File(u8"b.lake", "x\n\ny: 1\n").c_str());
-    EXPECT_EQ(Origins(lake), (Texts{"0:1:1", "0:2:1", "0:3:1"}));
+    EXPECT_EQ(Origins(lake), (Places{"0:1:1", "0:2:1", "0:3:1"}));
     EXPECT_EQ(LineOrigins(lake).Files().size(), 1U);
     lake.clear();
     EXPECT_TRUE(LineOrigins(lake).Files().empty());

@@ -8,27 +8,27 @@
 
 namespace {
 
-class Number : private paramdb::NodeLinks {
+class Counted : private paramdb::NodeLinks {
 public:
-    explicit Number(int number) : value(number) {
+    explicit Counted(int number) : value(number) {
         if (number < 0)
             throw std::invalid_argument("negative");
         ++Alive;
     }
-    Number(Number const& other) : NodeLinks(other), value(other.value) { ++Alive; }
-    Number& operator=(Number const&) = default;
-    ~Number() { --Alive; }
+    Counted(Counted const& other) : NodeLinks(other), value(other.value) { ++Alive; }
+    Counted& operator=(Counted const&) = default;
+    ~Counted() { --Alive; }
 
     int value;
     inline static int Alive = 0;
 
 private:
-    friend class paramdb::NodeList<Number>;
-    friend class paramdb::NodePosition<Number>;
-    friend class paramdb::NodePosition<Number const>;
+    friend class paramdb::NodeList<Counted>;
+    friend class paramdb::NodePosition<Counted>;
+    friend class paramdb::NodePosition<Counted const>;
 };
 
-using List = paramdb::NodeList<Number>;
+using CountedList = paramdb::NodeList<Counted>;
 using Values = std::vector<int>;
 
 class NodeListTest : public testing::Test {
@@ -36,30 +36,30 @@ protected:
     ~NodeListTest() override {
         list.clear();
         other.clear();
-        EXPECT_EQ(Number::Alive, 0);
+        EXPECT_EQ(Counted::Alive, 0);
     }
 
-    static void Fill(List& target, Values const& values) {
+    static void Fill(CountedList& target, Values const& values) {
         for (int const value : values)
             target.emplace_back(value);
     }
-    static Values Forwards(List const& source) {
+    static Values Forwards(CountedList const& source) {
         Values values;
-        for (Number const& number : source)
+        for (Counted const& number : source)
             values.push_back(number.value);
         EXPECT_EQ(values.size(), source.size());
         return values;
     }
-    static Values Backwards(List& source) {
+    static Values Backwards(CountedList& source) {
         Values values;
         for (auto position = source.end(); position != source.begin();)
             values.push_back((--position)->value);
         return values;
     }
 
-    paramdb::NodePool pool{sizeof(Number)};
-    List list{pool};
-    List other{pool};
+    paramdb::NodePool pool{sizeof(Counted)};
+    CountedList list{pool};
+    CountedList other{pool};
 };
 
 } // namespace
@@ -99,7 +99,7 @@ TEST_F(NodeListTest, EraseGivesThePositionBehind) {
     list.erase(list.end(), list.end());
     list.erase(list.begin(), list.end());
     EXPECT_TRUE(list.empty());
-    EXPECT_EQ(Number::Alive, 0);
+    EXPECT_EQ(Counted::Alive, 0);
 }
 
 TEST_F(NodeListTest, PositionsStayValid) {
@@ -109,23 +109,23 @@ TEST_F(NodeListTest, PositionsStayValid) {
     list.emplace(list.end(), 4);
     list.emplace(second, 8);
     EXPECT_EQ(second->value, 2);
-    EXPECT_EQ(List::position(*second), second);
+    EXPECT_EQ(CountedList::position(*second), second);
     EXPECT_EQ(std::prev(second)->value, 8);
     EXPECT_EQ(std::next(second)->value, 3);
 }
 
 TEST_F(NodeListTest, ANodeKnowsWhetherItStandsInAList) {
     Fill(list, {1});
-    Number const outside(2);
-    Number const copy(list.front());
-    EXPECT_TRUE(List::stands_in_list(list.front()));
-    EXPECT_FALSE(List::stands_in_list(outside));
-    EXPECT_FALSE(List::stands_in_list(copy));
+    Counted const outside(2);
+    Counted const copy(list.front());
+    EXPECT_TRUE(CountedList::stands_in_list(list.front()));
+    EXPECT_FALSE(CountedList::stands_in_list(outside));
+    EXPECT_FALSE(CountedList::stands_in_list(copy));
 }
 
 TEST_F(NodeListTest, AssignmentLeavesANodeInItsPlace) {
     Fill(list, {1, 2, 3});
-    Number const outside(7);
+    Counted const outside(7);
     *std::next(list.begin()) = outside;
     list.front() = *std::prev(list.end());
     EXPECT_EQ(Forwards(list), (Values{3, 7, 3}));
@@ -153,7 +153,7 @@ TEST_F(NodeListTest, ClearDestroysAllNodes) {
     Fill(list, {1, 2, 3});
     Fill(other, {4});
     list.clear();
-    EXPECT_EQ(Number::Alive, 1);
+    EXPECT_EQ(Counted::Alive, 1);
     list.clear();
     Fill(list, {5});
     EXPECT_EQ(Forwards(list), Values{5});
@@ -166,10 +166,10 @@ TEST_F(NodeListTest, IteratorsBehaveAsIterators) {
     EXPECT_EQ((*position--).value, 2);
     EXPECT_EQ((++position)->value, 2);
     EXPECT_EQ((--position)->value, 1);
-    List::const_iterator const constant = position;
+    CountedList::const_iterator const constant = position;
     EXPECT_EQ(constant, std::as_const(list).begin());
-    EXPECT_EQ(List::iterator(), List::iterator());
-    EXPECT_NE(List::iterator(), list.end());
-    static_assert(std::bidirectional_iterator<List::iterator>);
-    static_assert(!std::is_convertible_v<List::const_iterator, List::iterator>);
+    EXPECT_EQ(CountedList::iterator(), CountedList::iterator());
+    EXPECT_NE(CountedList::iterator(), list.end());
+    static_assert(std::bidirectional_iterator<CountedList::iterator>);
+    static_assert(!std::is_convertible_v<CountedList::const_iterator, CountedList::iterator>);
 }

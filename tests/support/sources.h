@@ -10,6 +10,9 @@
 #include <string>
 #include <tests/support/temp_dir.h>
 
+// What a file begins with that is accepted.
+inline constexpr char VersionLines[] = "<DbDesign.CacheVersion>: 216\n<DbDesign.CacheMinorVersion>: 1\n";
+
 // A test whose sources are empty at its start and end.
 class LoadTest : public testing::Test {
 protected:

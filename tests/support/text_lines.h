@@ -3,6 +3,7 @@
 
 #include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace test_support {
@@ -15,6 +16,14 @@ inline Lines SplitLines(std::string const& text) {
     for (std::string line; std::getline(stream, line);)
         lines.push_back(line);
     return lines;
+}
+
+// Each byte as a character.
+inline std::wstring Widened(std::string_view bytes) {
+    std::wstring wide;
+    for (char const byte : bytes)
+        wide += static_cast<wchar_t>(static_cast<unsigned char>(byte));
+    return wide;
 }
 
 // Each line with its end.

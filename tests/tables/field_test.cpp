@@ -17,14 +17,14 @@ using paramdb::FieldType;
 
 namespace {
 
-using Row = QVRow<QInt<"a">, QUnsigned<"b">, QInt64<"c">, QFloat<"d">, QDouble<"e">, QText<"f">>;
+using OneOfEach = QVRow<QInt<"a">, QUnsigned<"b">, QInt64<"c">, QFloat<"d">, QDouble<"e">, QText<"f">>;
 
 TEST(Field, TypesOfARow) {
-    auto const types = paramdb::FieldTypes<Row>();
+    auto const types = paramdb::FieldTypes<OneOfEach>();
     EXPECT_EQ(std::vector<FieldType>(types.begin(), types.end()),
               (std::vector<FieldType>{FieldType::Int, FieldType::Unsigned, FieldType::Int64, FieldType::Float,
                                       FieldType::Double, FieldType::Text}));
-    EXPECT_EQ(paramdb::FieldCount<Row>, 6U);
+    EXPECT_EQ(paramdb::FieldCount<OneOfEach>, 6U);
     EXPECT_EQ(paramdb::FieldCount<QIdx5>, 5U);
     EXPECT_EQ(paramdb::FieldTypes<QIdxIF>(), (std::array{FieldType::Int, FieldType::Float}));
     EXPECT_EQ(paramdb::FieldTypes<QIdxName>(), (std::array{FieldType::Text}));
@@ -39,7 +39,7 @@ TEST(Field, NamesOfTheTypes) {
 }
 
 TEST(Field, ReferToTheRow) {
-    Row row(1, 2U, std::int64_t{3}, 4.0F, 5.0, CFixedText(L"six"));
+    OneOfEach row(1, 2U, std::int64_t{3}, 4.0F, 5.0, CFixedText(L"six"));
     auto const fields = Fields(row);
     EXPECT_EQ(&fields[0].As<std::int32_t>(), &row.get<"a">());
     EXPECT_EQ(&fields[5].As<CFixedText>(), &row.get<"f">());
@@ -50,7 +50,7 @@ TEST(Field, ReferToTheRow) {
             else
                 target = static_cast<T>(target + 10);
         });
-    EXPECT_EQ(row.tuple(), Row(11, 12U, std::int64_t{13}, 14.0F, 15.0, CFixedText(L"changed")).tuple());
+    EXPECT_EQ(row.tuple(), OneOfEach(11, 12U, std::int64_t{13}, 14.0F, 15.0, CFixedText(L"changed")).tuple());
     auto const constant = ConstFields(row);
     EXPECT_EQ(&constant[3].As<float>(), &row.get<"d">());
     EXPECT_TRUE((std::is_same_v<decltype(constant[3].As<float>()), float const&>));
@@ -65,7 +65,7 @@ TEST(Field, BytesOfTheTexts) {
 }
 
 TEST(Field, ColumnsOfARowHaveNames) {
-    EXPECT_EQ(Row::ColumnNames, (std::array<std::string_view, 6>{"a", "b", "c", "d", "e", "f"}));
+    EXPECT_EQ(OneOfEach::ColumnNames, (std::array<std::string_view, 6>{"a", "b", "c", "d", "e", "f"}));
 }
 
 } // namespace

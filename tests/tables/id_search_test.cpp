@@ -4,16 +4,13 @@
 
 #include <cstdint>
 #include <gtest/gtest.h>
-#include <limits>
 #include <random>
+#include <tests/support/extremes.h>
 #include <vector>
 
 namespace {
 
 using Table = CDbUniqueMap<QIdx1, int>;
-
-constexpr int Lowest = std::numeric_limits<int>::min();
-constexpr int Highest = std::numeric_limits<int>::max();
 
 Table TableOf(std::vector<int> const& ids) {
     Table table;

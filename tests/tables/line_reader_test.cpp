@@ -10,23 +10,18 @@
 #include <string>
 #include <string_view>
 #include <tests/support/messages.h>
+#include <tests/support/text_lines.h>
 #include <vector>
 
 using paramdb::Fields;
 using paramdb::ReadLine;
+using test_support::Widened;
 
 namespace {
 
-using Row = QVRow<QInt<"i">, QUnsigned<"u">, QInt64<"q">, QFloat<"f">, QDouble<"d">, QText<"t">>;
+using ReadRow = QVRow<QInt<"i">, QUnsigned<"u">, QInt64<"q">, QFloat<"f">, QDouble<"d">, QText<"t">>;
 
-Row const Before(11, 12U, std::int64_t{13}, 14.5F, 15.5, CFixedText(L"before"));
-
-std::wstring Widened(std::string const& bytes) {
-    std::wstring wide;
-    for (char const byte : bytes)
-        wide += static_cast<wchar_t>(static_cast<unsigned char>(byte));
-    return wide;
-}
+ReadRow const Before(11, 12U, std::int64_t{13}, 14.5F, 15.5, CFixedText(L"before"));
 
 std::wstring ConversionMessage(std::wstring const& reason, std::wstring const& rest) {
     return L"Error converting parameter sea to parameter tables: '" + reason + L"' for substring '" + rest +

@@ -130,10 +130,10 @@ TEST(LineWriter, FieldsAreSeparatedByOneBlank) {
     AppendFields(line, paramdb::ConstFields(QIdx3(1, -1, 300)));
     EXPECT_EQ(line, L"> 5|1 -1 300");
 
-    using Row =
+    using AllKinds =
         QVRow<QText<"a">, QFloat<"b">, QText<"c">, QDouble<"d">, QUnsigned<"e">, QInt64<"f">, QText<"g">>;
     line.clear();
-    AppendFields(line, paramdb::ConstFields(Row(L"", 0.1F, L"x y", -1e-7, 4294967295U, -5, L"")));
+    AppendFields(line, paramdb::ConstFields(AllKinds(L"", 0.1F, L"x y", -1e-7, 4294967295U, -5, L"")));
     EXPECT_EQ(line, L" 0.1 x y -1e-07 4294967295 -5 ");
 }
 

@@ -3,16 +3,13 @@
 #include <cstddef>
 #include <deque>
 #include <gtest/gtest.h>
-#include <limits>
 #include <map>
 #include <random>
 #include <string>
+#include <tests/support/extremes.h>
 #include <vector>
 
 namespace {
-
-constexpr int Lowest = std::numeric_limits<int>::min();
-constexpr int Highest = std::numeric_limits<int>::max();
 
 TEST(NameIndex, WithoutRowsNothingIsFound) {
     paramdb::NameIndex index;

@@ -11,15 +11,14 @@
 #include <random>
 #include <string>
 #include <string_view>
+#include <tests/support/extremes.h>
 
 using paramdb::TakeDouble;
 using paramdb::TakeLong;
 
 namespace {
 
-constexpr double Infinity = std::numeric_limits<double>::infinity();
-constexpr std::int32_t Lowest = std::numeric_limits<std::int32_t>::min();
-constexpr std::int32_t Highest = std::numeric_limits<std::int32_t>::max();
+constexpr double Endless = std::numeric_limits<double>::infinity();
 
 TEST(NumberTextCStyle, Doubles) {
     struct {
@@ -33,10 +32,10 @@ TEST(NumberTextCStyle, Doubles) {
         {L" +", 0, L" +"},
         {L"1.5x", 1.5, L"x"},
         {L" -2,5", -2, L",5"},
-        {L"1e400;", Infinity, L";"},
-        {L"-1e400 1", -Infinity, L" 1"},
+        {L"1e400;", Endless, L";"},
+        {L"-1e400 1", -Endless, L" 1"},
         {L"1e-400", 0, L""},
-        {L"inf", Infinity, L""},
+        {L"inf", Endless, L""},
         {L"\x20AC", 0, L"\x20AC"},
     };
     for (auto const& [text, value, rest] : cases) {

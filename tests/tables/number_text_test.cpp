@@ -9,28 +9,23 @@
 #include <limits>
 #include <string>
 #include <string_view>
+#include <tests/support/text_lines.h>
 #include <vector>
 
 using namespace std::string_literals;
 using paramdb::NumberFault;
 using paramdb::TakeNumber;
+using test_support::Widened;
 
 namespace {
 
 // What one text gives; a fault leaves text and target alone.
 template <class T>
-struct Case {
+struct Told {
     std::string text;
     T value;
     std::string rest;
 };
-
-std::wstring Widened(std::string const& bytes) {
-    std::wstring wide;
-    for (char const byte : bytes)
-        wide += static_cast<wchar_t>(static_cast<unsigned char>(byte));
-    return wide;
-}
 
 template <class T>
 void ExpectSame(T value, T expected) {
@@ -44,7 +39,7 @@ void ExpectSame(T value, T expected) {
 }
 
 template <class T>
-void CheckGood(std::vector<Case<T>> const& cases) {
+void CheckGood(std::vector<Told<T>> const& cases) {
     for (auto const& [text, value, rest] : cases) {
         SCOPED_TRACE(testing::PrintToString(text));
         T target = 77;
@@ -106,7 +101,7 @@ std::vector<std::string> const NoNumbers{""s,
 std::vector<std::string> const NoIntegers{".5"s, "-.5"s, "inf"s, "nan"s, "e5"s, "a"s, "-a"s};
 
 template <class T>
-std::vector<Case<T>> SmallIntegers() {
+std::vector<Told<T>> SmallIntegers() {
     return {
         {"0", 0, ""},
         {"7", 7, ""},

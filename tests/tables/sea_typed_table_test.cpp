@@ -23,16 +23,16 @@ using table_support::LineError;
 namespace {
 
 // id, another id: number, name, ratio
-using Row = QVRow<QInt<"number">, QText<"name">, QDouble<"ratio">>;
-using VectorTable = CQParamSeaTypedTable<CDbUniqueMap<QIdx2, Row>>;
-using TreeTable = CQParamSeaTypedTable<CUniqueTreeMap<QIdx2, Row>>;
-using MultiTable = CQParamSeaTypedTable<CDbMultiMap<QIdx2, Row>>;
+using SeaRow = QVRow<QInt<"number">, QText<"name">, QDouble<"ratio">>;
+using VectorTable = CQParamSeaTypedTable<CDbUniqueMap<QIdx2, SeaRow>>;
+using TreeTable = CQParamSeaTypedTable<CUniqueTreeMap<QIdx2, SeaRow>>;
+using MultiTable = CQParamSeaTypedTable<CDbMultiMap<QIdx2, SeaRow>>;
 
 constexpr wchar_t Tag[] = L"<TTable>";
 std::wstring const Name = Tag;
 
 // The rows of a dump.
-std::wstring Rows(CQParamBaseTableInterface& table) {
+std::wstring RowLines(CQParamBaseTableInterface& table) {
     std::wstring const text = Dump(table);
     std::wstring const first = L"<-\t" + Name + L"\n";
     std::wstring const last = L"->\t" + Name + L"\n";
@@ -61,7 +61,7 @@ TYPED_TEST(SeaTypedTable, ReadsALake) {
     LakeOf lake(
         "a: 1\n<TTable>: {\n\t3 1 5 \"two words\" 0.5\n1 1 -7 one 1e3 rest\n  2 0 0 \"\" 0\n}\nb: 2\n");
     EXPECT_TRUE(this->table.ReadTable(lake.lake));
-    EXPECT_EQ(Rows(this->table),
+    EXPECT_EQ(RowLines(this->table),
               L"   1:\t1 1 | -7 one 1000\n   2:\t2 0 | 0  0\n   3:\t3 1 | 5 two words 0.5\n");
     EXPECT_EQ(this->messages.Take(), std::vector<Message>());
 }
@@ -71,7 +71,7 @@ TYPED_TEST(SeaTypedTable, ReadsATableSet) {
     set[Name] = {
         {{3, 1, 5, L"two words", 0.5}}, {{1.0, 1U, -7, L"one", 1000, L"rest"}}, {{2, 0, 0, L"", 0.0F}}};
     EXPECT_TRUE(this->table.ReadTable(set));
-    EXPECT_EQ(Rows(this->table),
+    EXPECT_EQ(RowLines(this->table),
               L"   1:\t1 1 | -7 one 1000\n   2:\t2 0 | 0  0\n   3:\t3 1 | 5 two words 0.5\n");
     EXPECT_EQ(set[Name].size(), 3U);
     EXPECT_EQ(set[Name][0].size(), 5U);
@@ -81,25 +81,25 @@ TYPED_TEST(SeaTypedTable, ReadsATableSet) {
 TYPED_TEST(SeaTypedTable, ReadsASea) {
     CResourceSea sea = SeaOf({L"3 1 5 \"two words\" 0.5", L"1 1 -7 \x20AC 1e3 rest", L"2 0 0 \"\" 0"});
     EXPECT_TRUE(this->table.ReadTable(&sea));
-    EXPECT_EQ(Rows(this->table),
+    EXPECT_EQ(RowLines(this->table),
               L"   1:\t1 1 | -7 \x20AC 1000\n   2:\t2 0 | 0  0\n   3:\t3 1 | 5 two words 0.5\n");
     EXPECT_EQ(this->messages.Take(), std::vector<Message>());
 }
 
 TYPED_TEST(SeaTypedTable, AnEmptyTableIsRead) {
-    this->table.insert({QIdx2(1, 1), Row()});
+    this->table.insert({QIdx2(1, 1), SeaRow()});
     LakeOf lake("<TTable>: {\n}\n");
     EXPECT_TRUE(this->table.ReadTable(lake.lake));
-    EXPECT_EQ(Rows(this->table), L"");
+    EXPECT_EQ(RowLines(this->table), L"");
     ParamDb::CDbTableSet set;
     set[Name];
-    this->table.insert({QIdx2(1, 1), Row()});
+    this->table.insert({QIdx2(1, 1), SeaRow()});
     EXPECT_TRUE(this->table.ReadTable(set));
-    EXPECT_EQ(Rows(this->table), L"");
+    EXPECT_EQ(RowLines(this->table), L"");
     CResourceSea sea = SeaOf({});
-    this->table.insert({QIdx2(1, 1), Row()});
+    this->table.insert({QIdx2(1, 1), SeaRow()});
     EXPECT_TRUE(this->table.ReadTable(&sea));
-    EXPECT_EQ(Rows(this->table), L"");
+    EXPECT_EQ(RowLines(this->table), L"");
 }
 
 TYPED_TEST(SeaTypedTable, AMissingTableIsEmptyAndReportsNothing) {
@@ -117,9 +117,9 @@ TYPED_TEST(SeaTypedTable, AMissingTableIsEmptyAndReportsNothing) {
         [&] { return this->table.ReadTable(other_lake.lake); },
     };
     for (auto const& read : reads) {
-        this->table.insert({QIdx2(1, 1), Row()});
+        this->table.insert({QIdx2(1, 1), SeaRow()});
         EXPECT_FALSE(read());
-        EXPECT_EQ(Rows(this->table), L"");
+        EXPECT_EQ(RowLines(this->table), L"");
     }
     EXPECT_EQ(set.size(), 1U);
     EXPECT_EQ(sea.Lists().size(), 1U);
@@ -129,10 +129,10 @@ TYPED_TEST(SeaTypedTable, AMissingTableIsEmptyAndReportsNothing) {
 TYPED_TEST(SeaTypedTable, ANodeThatIsNoSectionIsNotTheLocalSea) {
     CResourceSea sea = SeaOf({L"1 1 1 a 1"});
     TypeParam local(Tag, &sea);
-    local.insert({QIdx2(5, 5), Row()});
+    local.insert({QIdx2(5, 5), SeaRow()});
     LakeOf lake("<TTable>: 1 1 1 a 1\n");
     EXPECT_FALSE(local.ReadTable(lake.lake));
-    EXPECT_EQ(Rows(local), L"");
+    EXPECT_EQ(RowLines(local), L"");
     EXPECT_EQ(this->messages.Take(), std::vector<Message>());
 }
 
@@ -144,17 +144,17 @@ TYPED_TEST(SeaTypedTable, FallsBackToTheLocalSea) {
     CResourceSea other;
     std::wstring const rows = L"   1:\t9 9 | 9 local 9\n";
     EXPECT_TRUE(local.ReadTable(nullptr));
-    EXPECT_EQ(Rows(local), rows);
+    EXPECT_EQ(RowLines(local), rows);
     EXPECT_TRUE(local.ReadTable(&other));
-    EXPECT_EQ(Rows(local), rows);
+    EXPECT_EQ(RowLines(local), rows);
     EXPECT_TRUE(local.ReadTable(set));
-    EXPECT_EQ(Rows(local), rows);
+    EXPECT_EQ(RowLines(local), rows);
     EXPECT_TRUE(local.ReadTable(lake.lake));
-    EXPECT_EQ(Rows(local), rows);
+    EXPECT_EQ(RowLines(local), rows);
     // A sea that has the table comes first.
     other.MakeList(Name) = {L"1 1 1 other 1"};
     EXPECT_TRUE(local.ReadTable(&other));
-    EXPECT_EQ(Rows(local), L"   1:\t1 1 | 1 other 1\n");
+    EXPECT_EQ(RowLines(local), L"   1:\t1 1 | 1 other 1\n");
     // The result of the local sea is the result.
     local_sea.MakeList(Name) = {L"x"};
     EXPECT_FALSE(local.ReadTable(set));
@@ -166,7 +166,7 @@ TYPED_TEST(SeaTypedTable, ALocalSeaWithoutTheTableIsNoSource) {
     CResourceSea sea;
     sea.MakeList(L"<TOther>") = {L"1 1 1 a 1"};
     TypeParam local(Tag, &sea);
-    local.insert({QIdx2(1, 1), Row()});
+    local.insert({QIdx2(1, 1), SeaRow()});
     EXPECT_FALSE(local.ReadTable(nullptr));
     EXPECT_EQ(local.RowCount(), 0U);
     CResourceSea other;
@@ -181,14 +181,14 @@ TYPED_TEST(SeaTypedTable, ClearForgetsTheLocalSeaAndPurgeKeepsIt) {
     TypeParam local(Tag, &sea);
     EXPECT_TRUE(local.ReadTable(nullptr));
     local.PurgeTable();
-    EXPECT_EQ(Rows(local), L"");
+    EXPECT_EQ(RowLines(local), L"");
     EXPECT_TRUE(local.ReadTable(nullptr));
-    EXPECT_EQ(Rows(local), L"   1:\t1 1 | 1 a 1\n");
+    EXPECT_EQ(RowLines(local), L"   1:\t1 1 | 1 a 1\n");
     local.Clear();
-    EXPECT_EQ(Rows(local), L"");
+    EXPECT_EQ(RowLines(local), L"");
     EXPECT_FALSE(local.ReadTable(nullptr));
     EXPECT_FALSE(local.WriteTable(nullptr));
-    EXPECT_EQ(Rows(local), L"");
+    EXPECT_EQ(RowLines(local), L"");
     EXPECT_EQ(sea.FindList(Name)->size(), 1U);
 }
 
@@ -204,9 +204,9 @@ TYPED_TEST(SeaTypedTable, ShortLinesKeepTheValuesOfTheLineBefore) {
     }
     LakeOf lake(text + "}\n");
     EXPECT_TRUE(this->table.ReadTable(lake.lake));
-    EXPECT_EQ(Rows(this->table), rows);
+    EXPECT_EQ(RowLines(this->table), rows);
     EXPECT_TRUE(this->table.ReadTable(&sea));
-    EXPECT_EQ(Rows(this->table), rows);
+    EXPECT_EQ(RowLines(this->table), rows);
     EXPECT_EQ(this->messages.Take(), std::vector<Message>());
 }
 
@@ -215,16 +215,16 @@ TYPED_TEST(SeaTypedTable, ValuesOfAnotherReadAreNotKept) {
     EXPECT_TRUE(this->table.ReadTable(&sea));
     sea.MakeList(Name) = {L"8"};
     EXPECT_TRUE(this->table.ReadTable(&sea));
-    EXPECT_EQ(Rows(this->table), L"   1:\t8 -1 | 0  0\n");
+    EXPECT_EQ(RowLines(this->table), L"   1:\t8 -1 | 0  0\n");
     sea.MakeList(Name) = {L""};
     EXPECT_TRUE(this->table.ReadTable(&sea));
-    EXPECT_EQ(Rows(this->table), L"   1:\t-1 -1 | 0  0\n");
+    EXPECT_EQ(RowLines(this->table), L"   1:\t-1 -1 | 0  0\n");
 }
 
 TYPED_TEST(SeaTypedTable, AFailedLineOfALakeIsLeftOutAndStillHandsOnItsValues) {
     LakeOf lake("<TTable>: {\n1 1 5 first 0.5\n2 2 9 failed x\n3\n4 y\n5\n}\n");
     EXPECT_FALSE(this->table.ReadTable(lake.lake));
-    EXPECT_EQ(Rows(this->table), L"   1:\t1 1 | 5 first 0.5\n   2:\t3 2 | 9  0.5\n   3:\t5 2 | 9  0.5\n");
+    EXPECT_EQ(RowLines(this->table), L"   1:\t1 1 | 5 first 0.5\n   2:\t3 2 | 9  0.5\n   3:\t5 2 | 9  0.5\n");
     EXPECT_EQ(this->messages.Take(), (std::vector<Message>{ConversionError(L"invalid stod argument", L" x"),
                                                            LineError(Name, L"2 2 9 failed x"),
                                                            ConversionError(L"invalid stoi argument", L" y"),
@@ -234,8 +234,9 @@ TYPED_TEST(SeaTypedTable, AFailedLineOfALakeIsLeftOutAndStillHandsOnItsValues) {
 TYPED_TEST(SeaTypedTable, AFailedLineOfASeaIsInsertedAsFarAsItWasRead) {
     CResourceSea sea = SeaOf({L"1 1 5 first 0.5", L"2 2 9 failed x", L"3", L"4 y 1", L"5 "});
     EXPECT_FALSE(this->table.ReadTable(&sea));
-    EXPECT_EQ(Rows(this->table), L"   1:\t1 1 | 5 first 0.5\n   2:\t2 2 | 9 failed 0.5\n   3:\t3 2 | 9  0.5\n"
-                                 L"   4:\t4 2 | 9  0.5\n   5:\t5 2 | 9  0.5\n");
+    EXPECT_EQ(RowLines(this->table),
+              L"   1:\t1 1 | 5 first 0.5\n   2:\t2 2 | 9 failed 0.5\n   3:\t3 2 | 9  0.5\n"
+              L"   4:\t4 2 | 9  0.5\n   5:\t5 2 | 9  0.5\n");
     EXPECT_EQ(
         this->messages.Take(),
         (std::vector<Message>{ConversionError(L"invalid stod argument", L" x"), LineError(Name, L" x"),
@@ -250,11 +251,11 @@ TYPED_TEST(SeaTypedTable, ATextOnALongLineIsRefused) {
     ASSERT_EQ(rest.size(), 198U);
     LakeOf lake("<TTable>: {\n" + line + "\n2 " + line.substr(2) + "1\n}\n");
     EXPECT_FALSE(this->table.ReadTable(lake.lake));
-    EXPECT_EQ(Rows(this->table), L"   1:\t1 1 | 5 name 0.5\n");
+    EXPECT_EQ(RowLines(this->table), L"   1:\t1 1 | 5 name 0.5\n");
     EXPECT_EQ(this->messages.Take(), std::vector<Message>{LineError(Name, L"2 1 5" + rest + L"1")});
     CResourceSea sea = SeaOf({L"3 3 3 old 3", L"4 4 4" + rest + L"1"});
     EXPECT_FALSE(this->table.ReadTable(&sea));
-    EXPECT_EQ(Rows(this->table), L"   1:\t3 3 | 3 old 3\n   2:\t4 4 | 4 old 3\n");
+    EXPECT_EQ(RowLines(this->table), L"   1:\t3 3 | 3 old 3\n   2:\t4 4 | 4 old 3\n");
     EXPECT_EQ(this->messages.Take(), std::vector<Message>{LineError(Name, rest + L"1")});
 }
 
@@ -268,7 +269,7 @@ TYPED_TEST(SeaTypedTable, FaultyRowsOfATableSetAreLeftOut) {
         {{4, 4, 4, std::wstring(198, L'y'), 4.0}}, // one that fits
     };
     EXPECT_FALSE(this->table.ReadTable(set));
-    EXPECT_EQ(Rows(this->table),
+    EXPECT_EQ(RowLines(this->table),
               L"   1:\t1 1 | 1 good 1\n   2:\t4 4 | 4 " + std::wstring(198, L'y') + L" 4\n");
     EXPECT_EQ(this->messages.Take(), std::vector<Message>(3, LineError(Name, L"<variants>")));
 }
@@ -286,7 +287,7 @@ TYPED_TEST(SeaTypedTable, CellsOfAnotherTypeAreReportedAndDoNotSpoilTheResult) {
         {{8, 8, 8, L"also good", 8.0}},
     };
     EXPECT_TRUE(this->table.ReadTable(set));
-    EXPECT_EQ(Rows(this->table), L"   1:\t1 1 | 1 good 1\n   2:\t8 8 | 8 also good 8\n");
+    EXPECT_EQ(RowLines(this->table), L"   1:\t1 1 | 1 good 1\n   2:\t8 8 | 8 also good 8\n");
     EXPECT_EQ(this->messages.Take(),
               (std::vector<Message>{CellError(Name, 5), CellError(Name, 4), CellError(Name, 2),
                                     CellError(Name, 1), CellError(Name, 3), CellError(Name, 1)}));
@@ -297,24 +298,25 @@ TYPED_TEST(SeaTypedTable, BlankAndCommentLinesOfASectionAreRows) {
     EXPECT_TRUE(this->table.ReadTable(lake.lake));
     std::wstring const blank = L"-1 -1 | 0  0\n";
     bool const keeps_all = std::is_same_v<TypeParam, MultiTable>;
-    EXPECT_EQ(Rows(this->table), keeps_all ? L"   1:\t" + blank + L"   2:\t" + blank + L"   3:\t1 1 | 1 a 1\n"
-                                           : L"   1:\t" + blank + L"   2:\t1 1 | 1 a 1\n");
+    EXPECT_EQ(RowLines(this->table), keeps_all
+                                         ? L"   1:\t" + blank + L"   2:\t" + blank + L"   3:\t1 1 | 1 a 1\n"
+                                         : L"   1:\t" + blank + L"   2:\t1 1 | 1 a 1\n");
     EXPECT_EQ(this->messages.Take(), std::vector<Message>());
 }
 
 TYPED_TEST(SeaTypedTable, WritesAndReadsBack) {
     CResourceSea source = SeaOf({L"3 1 5 \x20AC 0.5", L"1 1 -7 one 1e10", L"2 0 0 two -inf"});
     EXPECT_TRUE(this->table.ReadTable(&source));
-    std::wstring const rows = Rows(this->table);
+    std::wstring const rows = RowLines(this->table);
     CResourceSea target = SeaOf({L"old", L"lines"});
     EXPECT_TRUE(this->table.WriteTable(&target));
     EXPECT_EQ(*target.FindList(Name),
               (CResourceSea::LineList{L"1 1 -7 one 1e+10", L"2 0 0 two -inf", L"3 1 5 \x20AC 0.5"}));
     TypeParam local(Tag, &target);
     EXPECT_TRUE(local.ReadTable(nullptr));
-    EXPECT_EQ(Rows(local), rows);
+    EXPECT_EQ(RowLines(local), rows);
     local.PurgeTable();
-    local.insert({QIdx2(4, 4), Row(4, CFixedText(L"two words"), 0.25)});
+    local.insert({QIdx2(4, 4), SeaRow(4, CFixedText(L"two words"), 0.25)});
     EXPECT_TRUE(local.WriteTable(nullptr));
     EXPECT_EQ(*target.FindList(Name), (CResourceSea::LineList{L"4 4 4 two words 0.25"})); // without quotes
     local.PurgeTable();
@@ -331,14 +333,14 @@ TEST(SeaTypedTables, DuplicateKeysAreDroppedSilentlyUnlessTheTableKeepsThem) {
     std::wstring const unique = L"   1:\t1 1 | 2 x 2\n   2:\t2 2 | 1 first 1\n";
     VectorTable vector(Tag);
     EXPECT_TRUE(vector.ReadTable(lake.lake));
-    EXPECT_EQ(Rows(vector), unique);
+    EXPECT_EQ(RowLines(vector), unique);
     TreeTable tree(Tag);
     EXPECT_TRUE(tree.ReadTable(lake.lake));
-    EXPECT_EQ(Rows(tree), unique);
+    EXPECT_EQ(RowLines(tree), unique);
     MultiTable multi(Tag);
     EXPECT_TRUE(multi.ReadTable(lake.lake));
     EXPECT_EQ(
-        Rows(multi),
+        RowLines(multi),
         L"   1:\t1 1 | 2 x 2\n   2:\t2 2 | 1 first 1\n   3:\t2 2 | 3 second 3\n   4:\t2 2 | 1 first 1\n");
     EXPECT_EQ(messages.Take(), std::vector<Message>());
 }
@@ -363,15 +365,15 @@ TEST(SeaTypedTables, AVectorReservesOnceAndKeepsItsMemory) {
 }
 
 TEST(TypedTable, StandsAloneWithoutASea) {
-    CQParamTypedTable<CDbUniqueMap<QIdx2, Row>> table(Tag);
+    CQParamTypedTable<CDbUniqueMap<QIdx2, SeaRow>> table(Tag);
     EXPECT_STREQ(table.tag(), Tag);
-    table.insert({QIdx2(1, 1), Row()});
-    EXPECT_EQ(Rows(table), L"   1:\t1 1 | 0  0\n");
+    table.insert({QIdx2(1, 1), SeaRow()});
+    EXPECT_EQ(RowLines(table), L"   1:\t1 1 | 0  0\n");
     table.Clear();
     EXPECT_EQ(table.RowCount(), 0U);
-    table.insert({QIdx2(2, 1), Row()});
+    table.insert({QIdx2(2, 1), SeaRow()});
     table.PurgeTable();
-    EXPECT_EQ(Rows(table), L"");
+    EXPECT_EQ(RowLines(table), L"");
 }
 
 } // namespace

@@ -19,22 +19,22 @@ using table_support::Dump;
 
 namespace {
 
-using Row = QVRow<QText<"name">, QFloat<"value">>;
-using Table = CQParamTypedTable<CUniqueVectorMap<QIdx2, Row>>;
-using MultiTable = CQParamTypedTable<CDbMultiMap<QIdx1, QIdxName>>;
+using NamedValue = QVRow<QText<"name">, QFloat<"value">>;
+using ValueTable = CQParamTypedTable<CUniqueVectorMap<QIdx2, NamedValue>>;
+using NameTable = CQParamTypedTable<CDbMultiMap<QIdx1, QIdxName>>;
 
 // Rows 1 to `count`.
-void Fill(Table& table, int count) {
+void Fill(ValueTable& table, int count) {
     for (int id = 1; id <= count; ++id)
-        table.insert({QIdx2(id, -1), Row(CFixedText(L"two words"), static_cast<float>(id) / 4)});
+        table.insert({QIdx2(id, -1), NamedValue(CFixedText(L"two words"), static_cast<float>(id) / 4)});
 }
 
 TEST(TableRows, LinesOfADump) {
-    Table table(L"<TMode>");
+    ValueTable table(L"<TMode>");
     EXPECT_EQ(table.tag(), std::wstring(L"<TMode>"));
     EXPECT_EQ(Dump(table), L"<-\t<TMode>\n->\t<TMode>\n");
     Fill(table, 2);
-    table.insert({QIdx2(-7, 2000000), Row(CFixedText(L""), 1234567.0F)});
+    table.insert({QIdx2(-7, 2000000), NamedValue(CFixedText(L""), 1234567.0F)});
     EXPECT_EQ(Dump(table), L"<-\t<TMode>\n"
                            L"   1:\t-7 2000000 |  1.23457e+06\n"
                            L"   2:\t1 -1 | two words 0.25\n"
@@ -43,7 +43,7 @@ TEST(TableRows, LinesOfADump) {
 }
 
 TEST(TableRows, ALineIsOneMessage) {
-    Table table(L"<T>");
+    ValueTable table(L"<T>");
     Fill(table, 2);
     MessageLog messages;
     table.DumpTable(1);
@@ -76,9 +76,9 @@ TEST(TableRows, LimitsOfADump) {
     };
     for (auto const& [rows, limit, shown, more] : cases) {
         SCOPED_TRACE(std::to_string(rows) + " rows, limit " + std::to_string(limit));
-        Table table(L"<T>");
+        ValueTable table(L"<T>");
         Fill(table, rows);
-        Table expected(L"<T>");
+        ValueTable expected(L"<T>");
         Fill(expected, shown);
         std::wstring text = Dump(expected);
         if (more)
@@ -88,7 +88,7 @@ TEST(TableRows, LimitsOfADump) {
 }
 
 TEST(TableRows, RowsOfOneKeyInTheirOrder) {
-    MultiTable table(L"<TSensorGroupList>");
+    NameTable table(L"<TSensorGroupList>");
     for (wchar_t const* const name : {L"z", L"a", L"m"})
         table.insert({QIdx1(2), QIdxName(name)});
     table.insert({QIdx1(1), QIdxName(L"last")});
@@ -98,7 +98,7 @@ TEST(TableRows, RowsOfOneKeyInTheirOrder) {
 }
 
 TEST(TableRows, AWalkEndsWhereTheVisitorSays) {
-    Table table(L"<T>");
+    ValueTable table(L"<T>");
     Fill(table, 5);
     EXPECT_EQ(table.RowCount(), 5U);
     std::vector<int> seen;
@@ -113,25 +113,25 @@ TEST(TableRows, AWalkEndsWhereTheVisitorSays) {
 }
 
 TEST(TableRows, BytesOfTheRows) {
-    Table table(L"<T>");
+    ValueTable table(L"<T>");
     EXPECT_EQ(paramdb::MemoryBytes(table), 0U);
     table.reserve(10);
-    std::size_t const reserved = table.capacity() * sizeof(Table::value_type);
+    std::size_t const reserved = table.capacity() * sizeof(ValueTable::value_type);
     EXPECT_EQ(table.ContainerBytes(), reserved);
     EXPECT_EQ(paramdb::MemoryBytes(table), reserved);
-    table.insert({QIdx2(1, 1), Row(CFixedText(L"abc"), 0.0F)});
-    table.insert({QIdx2(1, 2), Row(CFixedText(), 0.0F)});
+    table.insert({QIdx2(1, 1), NamedValue(CFixedText(L"abc"), 0.0F)});
+    table.insert({QIdx2(1, 2), NamedValue(CFixedText(), 0.0F)});
     EXPECT_EQ(paramdb::MemoryBytes(table), reserved + 4 * sizeof(wchar_t));
-    MultiTable tree(L"<T>");
+    NameTable tree(L"<T>");
     EXPECT_EQ(paramdb::MemoryBytes(tree), 0U);
     tree.insert({QIdx1(1), QIdxName(L"abcd")});
-    EXPECT_GE(paramdb::MemoryBytes(tree), sizeof(MultiTable::value_type) + 5 * sizeof(wchar_t));
+    EXPECT_GE(paramdb::MemoryBytes(tree), sizeof(NameTable::value_type) + 5 * sizeof(wchar_t));
 }
 
 } // namespace
 
 void reader_cases::CheckDumpCounters() {
-    Table table(L"<T>");
+    ValueTable table(L"<T>");
     Fill(table, 10001);
     std::wstring const dump = Dump(table);
     // The counter keeps to a width of four until it outgrows it, and knows no grouping of digits.

@@ -17,16 +17,16 @@
 
 namespace {
 
-using Map = CUniqueTreeMap<int, std::string>;
+using TreeMap = CUniqueTreeMap<int, std::string>;
 
 TEST(UniqueTreeMap, LivesInOnePool) {
     EXPECT_EQ(&paramdb::TreeMemory(), &paramdb::TreeMemory());
-    EXPECT_EQ(Map().get_allocator().resource(), &paramdb::TreeMemory());
+    EXPECT_EQ(TreeMap().get_allocator().resource(), &paramdb::TreeMemory());
     EXPECT_EQ((CUniqueTreeMap<QIdx1, QIdxName>().get_allocator().resource()), &paramdb::TreeMemory());
     EXPECT_TRUE(
         (std::is_base_of_v<std::map<int, std::string, std::less<int>,
                                     std::pmr::polymorphic_allocator<std::pair<int const, std::string>>>,
-                           Map>));
+                           TreeMap>));
 }
 
 TEST(UniqueTreeMap, ThePoolServesEverySizeAndAlignment) {
@@ -54,7 +54,7 @@ TEST(UniqueTreeMap, ThePoolServesEverySizeAndAlignment) {
 }
 
 TEST(UniqueTreeMap, TheFirstRowOfAKeyStays) {
-    Map map;
+    TreeMap map;
     for (auto const& [key, row] :
          std::vector<std::pair<int, std::string>>{{3, "c"}, {1, "a"}, {2, "b"}, {1, "d"}})
         map.insert({key, row});
@@ -80,7 +80,7 @@ TEST(UniqueTreeMap, RowsStayWhereTheyAre) {
 
 TEST(UniqueTreeMap, SeveralTreesShareThePool) {
     std::mt19937 random(4);
-    Map maps[3];
+    TreeMap maps[3];
     std::map<int, std::string> models[3];
     for (int step = 0; step < 20000; ++step) {
         std::size_t const which = random() % 3;

@@ -17,7 +17,7 @@ protected:
     CQtParamInstance const m_parameters;
 };
 
-struct Case {
+struct Choice {
     char const* what;
     DriveOptions options;
     DriveQuestion question;
@@ -33,7 +33,7 @@ struct Case {
 
 TEST_F(DriveChoiceTest, ChoosesWhatFits) {
     char const* const reference = "its base order reference";
-    for (Case const& sample : std::vector<Case>{
+    for (Choice const& sample : std::vector<Choice>{
              {"a synchronous channel",
               {},
               {.parameter = 7, .gear = 90, .trigger = 1},

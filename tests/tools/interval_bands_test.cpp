@@ -15,7 +15,7 @@ protected:
     CQtParamInstance const m_parameters;
 };
 
-struct Case {
+struct Band {
     wchar_t const* definition;
     DriveOptions options;
     unsigned int line_count;
@@ -36,7 +36,7 @@ TEST_F(IntervalBandsTest, PlacesIntervals) {
     calculation.LoadTransformParams(11, 1, 131);
     using enum BandUnit;
     std::string const needs_speed = "orders beside frequencies: needs the speed";
-    for (Case const& sample : std::vector<Case>{
+    for (Band const& sample : std::vector<Band>{
              {L"F100;F200", {}, 0, Hz, 0, "", 100, 200, {}, {}},
              {L"F100;F200", {.speed = 50, .line_distance = 10}, 16, Hz, 0, "", 100, 150, {}, {{10, 15}}},
              {L"F100;F200", {.line_distance = 10}, 10, Hz, 1, "it begins beyond the last line", 0, 0, {}, {}},

@@ -12,7 +12,7 @@ namespace {
 
 using Language = CLibMgr::Language;
 
-std::string const Gearbox = PARAMDB_SOURCE_DIR "/examples/gearbox/gearbox.lake";
+std::string const GearboxLake = PARAMDB_SOURCE_DIR "/examples/gearbox/gearbox.lake";
 
 class KeyVerbTest : public CommandTest {
 protected:
@@ -196,7 +196,7 @@ TEST_F(KeyVerbTest, WrongArguments) {
 
 // What is shown is what a host is told, for keys from all over the results.
 TEST_F(KeyVerbTest, AgreesWithTheQueries) {
-    ASSERT_EQ(RunCommand({"key", Gearbox, "11"}).code, 0);
+    ASSERT_EQ(RunCommand({"key", GearboxLake, "11"}).code, 0);
     std::vector<QClavis> keys;
     std::size_t row_count = 0;
     for (auto const& [key, row] : CQtParamInstance().IpParamAndStore()) {
@@ -209,7 +209,7 @@ TEST_F(KeyVerbTest, AgreesWithTheQueries) {
             std::string text;
             for (int const element : key.elements())
                 text += (text.empty() ? "" : "/") + std::to_string(element);
-            std::vector<std::string> arguments{"key", Gearbox, text, "--format", "json"};
+            std::vector<std::string> arguments{"key", GearboxLake, text, "--format", "json"};
             if (both)
                 arguments.emplace_back("--both");
             auto const run = RunCommand(arguments);

@@ -5,13 +5,13 @@
 
 namespace {
 
-std::string const Later = "<DbDesign.CacheVersion>: 217\n"
-                          "<TMode>: {\n"
-                          "\t7  \"Shifting\" ; kept\n"
-                          "}\n"
-                          "<TPhysMode>: {\n"
-                          "\t1 \"Gear\"\n"
-                          "}\n";
+std::string const LaterVersion = "<DbDesign.CacheVersion>: 217\n"
+                                 "<TMode>: {\n"
+                                 "\t7  \"Shifting\" ; kept\n"
+                                 "}\n"
+                                 "<TPhysMode>: {\n"
+                                 "\t1 \"Gear\"\n"
+                                 "}\n";
 
 class MergeVerbTest : public CommandTest {
 protected:
@@ -22,7 +22,7 @@ protected:
     }
 
     std::string const m_base = File(u8"base.lake", SampleLake);
-    std::string const m_later = File(u8"later.lake", Later);
+    std::string const m_later = File(u8"later.lake", LaterVersion);
     std::string const m_out = Name(u8"out.lake");
 };
 
@@ -32,7 +32,7 @@ TEST_F(MergeVerbTest, WritesTheFilesAndTellsWhereTablesComeFrom) {
     auto const run = RunCommand({"merge", m_base, m_later, "-o", m_out});
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.err, "");
-    EXPECT_EQ(Bytes(u8"out.lake"), SampleLake + "\n" + Later);
+    EXPECT_EQ(Bytes(u8"out.lake"), SampleLake + "\n" + LaterVersion);
     EXPECT_EQ(run.out, "Section        Rows  From" + std::string(m_later.size(), ' ') +
                            "Instead of\n"
                            "<TMode>           1  " +
@@ -55,8 +55,8 @@ TEST_F(MergeVerbTest, WritesTheFilesAndTellsWhereTablesComeFrom) {
                            m_base + ":1  217 of " + m_later +
                            ":1\n"
                            "\n" +
-                           m_out + ": 25 lines, " + std::to_string(SampleLake.size() + 1 + Later.size()) +
-                           " bytes\n");
+                           m_out + ": 25 lines, " +
+                           std::to_string(SampleLake.size() + 1 + LaterVersion.size()) + " bytes\n");
 }
 
 TEST_F(MergeVerbTest, LoadsAsTheFilesDo) {
@@ -73,8 +73,8 @@ TEST_F(MergeVerbTest, LeavesOutSupersededLines) {
     auto const run = RunCommand({"merge", "--clean", m_base, m_later, "--output", m_out});
     EXPECT_EQ(run.code, 0);
     std::string const tables = SampleLake.substr(SampleLake.find("<TRotorSpeed>"));
-    std::string const expected =
-        SampleLake.substr(0, SampleLake.find("<TMode>")) + tables + "\n" + Later.substr(Later.find('\n') + 1);
+    std::string const expected = SampleLake.substr(0, SampleLake.find("<TMode>")) + tables + "\n" +
+                                 LaterVersion.substr(LaterVersion.find('\n') + 1);
     EXPECT_EQ(Bytes(u8"out.lake"), expected);
     EXPECT_TRUE(run.out.ends_with(m_out + ": 18 lines, " + std::to_string(expected.size()) +
                                   " bytes, 7 superseded lines left out\n"))
@@ -87,7 +87,10 @@ TEST_F(MergeVerbTest, ReportsAsJson) {
     using Json = nlohmann::json;
     Json const expected{
         {"output",
-         {{"file", m_out}, {"bytes", SampleLake.size() + 1 + Later.size()}, {"lines", 25}, {"left_out", 0}}},
+         {{"file", m_out},
+          {"bytes", SampleLake.size() + 1 + LaterVersion.size()},
+          {"lines", 25},
+          {"left_out", 0}}},
         {"sections",
          {{{"key", "<TMode>"},
            {"file", m_later},
@@ -130,10 +133,10 @@ TEST_F(MergeVerbTest, AnInputIsNotOverwritten) {
     EXPECT_EQ(other.code, 2);
     EXPECT_EQ(other.err,
               "paramdb: " + Name(u8"./base.lake") + ": is the input " + m_base + "; --force overwrites it\n");
-    EXPECT_EQ(Bytes(u8"later.lake"), Later);
+    EXPECT_EQ(Bytes(u8"later.lake"), LaterVersion);
     EXPECT_EQ(Bytes(u8"base.lake"), SampleLake);
     EXPECT_EQ(RunCommand({"merge", m_base, m_later, "-o", m_later, "--force"}).code, 0);
-    EXPECT_EQ(Bytes(u8"later.lake"), SampleLake + "\n" + Later);
+    EXPECT_EQ(Bytes(u8"later.lake"), SampleLake + "\n" + LaterVersion);
 }
 
 TEST_F(MergeVerbTest, NothingIsWrittenAfterAFault) {

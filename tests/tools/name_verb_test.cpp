@@ -11,7 +11,7 @@ namespace {
 
 using NameVerbTest = CommandTest;
 
-std::string const Gearbox = PARAMDB_SOURCE_DIR "/examples/gearbox/gearbox.lake";
+std::string const GearboxFile = PARAMDB_SOURCE_DIR "/examples/gearbox/gearbox.lake";
 
 } // namespace
 
@@ -107,7 +107,7 @@ TEST_F(NameVerbTest, GivesJson) {
 }
 
 TEST_F(NameVerbTest, NamesVirtualModes) {
-    ASSERT_EQ(RunCommand({"name", Gearbox, "mode", "11"}).out, "1. gear drive\n");
+    ASSERT_EQ(RunCommand({"name", GearboxFile, "mode", "11"}).out, "1. gear drive\n");
     CQtParamInstance const parameters;
     int const intervals[] = {3, 2};
     int const states[] = {3, 1};
@@ -115,13 +115,13 @@ TEST_F(NameVerbTest, NamesVirtualModes) {
     int const mode = parameters.VirtModeGenerateId(11, extension);
     ASSERT_TRUE(parameters.IsVirtualMode(mode));
     std::string const name = paramdb::ToUtf8(parameters.ModeName(mode));
-    auto const run = RunCommand({"name", Gearbox, "mode", std::to_string(mode)});
+    auto const run = RunCommand({"name", GearboxFile, "mode", std::to_string(mode)});
     EXPECT_EQ(run.code, 0);
     EXPECT_EQ(run.out, name + '\n');
     EXPECT_NE(name, "");
     // Without its base mode it is none.
     int const baseless = parameters.VirtModeGenerateId(99, extension);
-    auto const miss = RunCommand({"name", Gearbox, "mode", std::to_string(baseless)});
+    auto const miss = RunCommand({"name", GearboxFile, "mode", std::to_string(baseless)});
     EXPECT_EQ(miss.code, 1);
     EXPECT_EQ(miss.err, "paramdb: " + std::to_string(baseless) +
                             ": no such mode; did you mean 100 Calibration, 92 R coast or 91 R drive?\n");

@@ -22,9 +22,9 @@ TEST_F(NamedIdTest, ShowsIdAndName) {
 }
 
 TEST_F(NamedIdTest, GivesJson) {
-    EXPECT_EQ(ToJson({10, L"\u00C4"}).dump(), "{\"id\":10,\"name\":\"\xC3\x84\"}");
-    EXPECT_EQ(ToJson({10, L""}).dump(), R"({"id":10,"name":null})");
-    EXPECT_EQ(ToJson({}).dump(), "null");
+    EXPECT_EQ(ToJson(NamedId{10, L"\u00C4"}).dump(), "{\"id\":10,\"name\":\"\xC3\x84\"}");
+    EXPECT_EQ(ToJson(NamedId{10, L""}).dump(), R"({"id":10,"name":null})");
+    EXPECT_EQ(ToJson(NamedId{}).dump(), "null");
     EXPECT_EQ(JsonText(L"").dump(), "null");
 }
 

@@ -11,6 +11,8 @@ using namespace paramdb::tools;
 
 namespace {
 
+using Texts = std::vector<std::string>;
+
 // The whole grid, straight from what an edit is.
 std::size_t PlainDistance(std::wstring const& from, std::wstring const& to) {
     std::vector<std::vector<std::size_t>> grid(from.size() + 1, std::vector<std::size_t>(to.size() + 1));
@@ -191,7 +193,6 @@ TEST(NearestNames, IdsByTheirNames) {
 }
 
 TEST(NearestNames, Texts) {
-    using Texts = std::vector<std::string>;
     EXPECT_EQ(DidYouMean(Texts{}), "");
     EXPECT_EQ(DidYouMean(Texts{"a"}), "; did you mean a?");
     EXPECT_EQ(DidYouMean(Texts{"a", "b"}), "; did you mean a or b?");

@@ -6,7 +6,7 @@ using namespace paramdb::tools;
 
 namespace {
 
-struct Case {
+struct Meaning {
     wchar_t const* text;
     OrderVerdict verdict;
     std::vector<std::string> sums;
@@ -16,7 +16,7 @@ struct Case {
 } // namespace
 
 TEST(OrderMeaningTest, SaysItInWords) {
-    for (Case const& sample : std::vector<Case>{
+    for (Meaning const& sample : std::vector<Meaning>{
              {L"", OrderVerdict::Empty, {}, 0},
              {L"O1*2", OrderVerdict::Bad, {}, 0},
              {L"O1", OrderVerdict::Good, {"order 1"}, 1},

@@ -18,7 +18,7 @@ std::wstring TermsOf(WrittenPosition const& position) {
     return text;
 }
 
-struct Good {
+struct Readable {
     wchar_t const* text;
     std::vector<std::wstring> positions;
     std::wstring ignored; // of the first
@@ -33,7 +33,7 @@ struct Bad {
 } // namespace
 
 TEST(OrderTextTest, FindsTheTerms) {
-    for (Good const& good : std::vector<Good>{
+    for (Readable const& good : std::vector<Readable>{
              {L"", {}, L""},
              {L"   ", {}, L""},
              {L"O1", {L"O1"}, L""},

@@ -33,25 +33,25 @@ protected:
     }
 };
 
-using Lines = std::vector<std::wstring>;
+using RowLines = std::vector<std::wstring>;
 
 } // namespace
 
 TEST_F(RowOriginsTest, InOrderAndOutOfIt) {
-    EXPECT_EQ(LinesOf("<TMode>: {\n1 a\n2 b\n}\n", "Mode"), (Lines{L"1 a", L"2 b"}));
-    EXPECT_EQ(LinesOf("<TMode>: {\n2 b\n1 a\n}\n", "Mode"), (Lines{L"1 a", L"2 b"}));
-    EXPECT_EQ(LinesOf("<TMode>: {\n2 b\nx\n1 a\n2 c\n1 d\n}\n", "Mode"), (Lines{L"1 a", L"2 b"}));
-    EXPECT_EQ(LinesOf("<TMode>: {\n}\n", "Mode"), Lines{});
-    EXPECT_EQ(LinesOf("", "Mode"), Lines{});
+    EXPECT_EQ(LinesOf("<TMode>: {\n1 a\n2 b\n}\n", "Mode"), (RowLines{L"1 a", L"2 b"}));
+    EXPECT_EQ(LinesOf("<TMode>: {\n2 b\n1 a\n}\n", "Mode"), (RowLines{L"1 a", L"2 b"}));
+    EXPECT_EQ(LinesOf("<TMode>: {\n2 b\nx\n1 a\n2 c\n1 d\n}\n", "Mode"), (RowLines{L"1 a", L"2 b"}));
+    EXPECT_EQ(LinesOf("<TMode>: {\n}\n", "Mode"), RowLines{});
+    EXPECT_EQ(LinesOf("", "Mode"), RowLines{});
 }
 
 TEST_F(RowOriginsTest, RowsOfOneKeyHaveTheirOwn) {
     EXPECT_EQ(LinesOf("<TSensorGroupList>: {\n2 5 0\n1 7 0\n2 4 0\n1 7 1\n}\n", "SensorGroupList"),
-              (Lines{L"1 7 0", L"1 7 1", L"2 5 0", L"2 4 0"}));
+              (RowLines{L"1 7 0", L"1 7 1", L"2 5 0", L"2 4 0"}));
 }
 
 TEST_F(RowOriginsTest, LinesWithoutFields) {
-    EXPECT_EQ(LinesOf("<TMode>: {\n; c\n1 a\n\n}\n", "Mode"), (Lines{L"", L"1 a"}));
+    EXPECT_EQ(LinesOf("<TMode>: {\n; c\n1 a\n\n}\n", "Mode"), (RowLines{L"", L"1 a"}));
 }
 
 // The load writes the instrument into their keys.
@@ -63,11 +63,11 @@ TEST_F(RowOriginsTest, RelativeLimits) {
     CQtParamInstance const parameters;
     CQtParamInstance().ReadTablesFromCandidateLake();
     RowOrigins const origins(EntryOf(*FindTable("RelativeLimit")), CParameterLake::Lake());
-    Lines lines;
+    RowLines lines;
     for (std::size_t row = 0; row < parameters.RelativeLimit().size(); ++row)
         lines.push_back(origins.Line(row) != nullptr ? origins.Line(row)->value() : L"-");
-    EXPECT_EQ(lines, (Lines{L"-1 -1 -1 -1 7 -1 5 6", L"-1 1001 -1 -1 8 -1 9 10", L"-1 1003 -1 -1 8 -1 1 2",
-                            L"-1 2500 -1 -1 7 -1 3 4"}));
+    EXPECT_EQ(lines, (RowLines{L"-1 -1 -1 -1 7 -1 5 6", L"-1 1001 -1 -1 8 -1 9 10", L"-1 1003 -1 -1 8 -1 1 2",
+                               L"-1 2500 -1 -1 7 -1 3 4"}));
 }
 
 TEST_F(RowOriginsTest, RowsThatWereAddedHaveNone) {
@@ -128,7 +128,7 @@ TEST_F(RowOriginsTest, AgreeWithAModel) {
             if (is_good)
                 model.try_emplace({mode, rotor}, row.begin(), row.end());
         }
-        Lines expected;
+        RowLines expected;
         for (auto const& [key, row] : model)
             expected.push_back(row);
         EXPECT_EQ(LinesOf(text + "}\n", "RotorSpeed"), expected);

@@ -21,8 +21,8 @@ using AllTypes = QVRow<QUnsigned<"flags">, QInt64<"count">, QFloat<"level">, QDo
 using Rows = FakeRows<QIdx2, AllTypes>;
 using Real = QVRow<QFloat<"single">, QDouble<"double">>;
 using Reals = FakeRows<QIdx1, Real>;
-using Text = QVRow<QText<"text">, QInt<"number">>;
-using Texts = FakeRows<QIdxName, Text>;
+using TextRow = QVRow<QText<"text">, QInt<"number">>;
+using TextRows = FakeRows<QIdxName, TextRow>;
 
 template <class Key, class Row>
 std::string Print(FakeRows<Key, Row> const& rows, paramdb::TableDescription const& table, RowFormat format,
@@ -53,10 +53,10 @@ paramdb::TableDescription const TextsTable =
 Rows const TwoRows({{{1, -1}, AllTypes(4294967295U, -5000000000, 0.1F, 0.2826086956521739, L"first")},
                     {{100, 2}, AllTypes(0, 7, 1000000, 1, L"")}});
 
-Texts const OddTexts({{L"plain", Text(L"with, comma", 1)},
-                      {L"say \"hi\"", Text(L"two\nlines", 2)},
-                      {L"tab\there", Text(L"r\u00E9sum\u00E9 \xD83D\xDE00", 3)},
-                      {L"", Text(L"\x1B[31m\\/\r", -4)}});
+TextRows const OddTexts({{L"plain", TextRow(L"with, comma", 1)},
+                         {L"say \"hi\"", TextRow(L"two\nlines", 2)},
+                         {L"tab\there", TextRow(L"r\u00E9sum\u00E9 \xD83D\xDE00", 3)},
+                         {L"", TextRow(L"\x1B[31m\\/\r", -4)}});
 
 } // namespace
 
@@ -101,7 +101,7 @@ TEST(RowPrinterJson, KeepsEveryText) {
     EXPECT_EQ(json[2]["text"], "r\u00E9sum\u00E9 \xF0\x9F\x98\x80");
     EXPECT_EQ(json[3]["text"], "\x1B[31m\\/\r");
     EXPECT_EQ(json[3]["number"], -4);
-    Texts const no_utf8({{L"\xDC80", Text(L"\xD800", 0)}});
+    TextRows const no_utf8({{L"\xDC80", TextRow(L"\xD800", 0)}});
     auto const replaced = nlohmann::json::parse(Print(no_utf8, TextsTable, RowFormat::Json));
     EXPECT_EQ(replaced[0]["name"], "\uFFFD");
     EXPECT_EQ(replaced[0]["text"], "\uFFFD");

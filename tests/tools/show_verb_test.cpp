@@ -26,12 +26,12 @@ private:
     std::string m_sample = File(u8"sample.lake", SampleLake);
 };
 
-std::string const Modes = "mode | name\n"
-                          "   1 | Idle\n"
-                          "   2 | Warm up\n"
-                          "   3 | Pr\xC3\xBC"
-                          "fen\n"
-                          "  11 | 1. gear drive\n";
+std::string const ModesShown = "mode | name\n"
+                               "   1 | Idle\n"
+                               "   2 | Warm up\n"
+                               "   3 | Pr\xC3\xBC"
+                               "fen\n"
+                               "  11 | 1. gear drive\n";
 std::string const Mode2 = "mode | name\n"
                           "   2 | Warm up\n";
 
@@ -39,7 +39,7 @@ std::string const Mode2 = "mode | name\n"
 
 TEST_F(ShowVerbTest, PrintsATable) {
     for (std::string const tag : {"<TMode>", "TMode", "Mode"})
-        EXPECT_EQ(Shown({tag}), Modes);
+        EXPECT_EQ(Shown({tag}), ModesShown);
     EXPECT_EQ(Shown({"RotorSpeed"}), "physical_mode  rotor |              ratio  numerator  denominator\n"
                                      "            1      1 |                0.1          1           10\n"
                                      "            1      2 | 0.2826086956521739         13           46\n"
@@ -48,9 +48,9 @@ TEST_F(ShowVerbTest, PrintsATable) {
 
 TEST_F(ShowVerbTest, PrintsTheRowsOfAKey) {
     EXPECT_EQ(Shown({"Mode", "2"}), Mode2);
-    EXPECT_EQ(Shown({"Mode", ""}), Modes);
-    EXPECT_EQ(Shown({"Mode", "*"}), Modes);
-    EXPECT_EQ(Shown({"Mode", "..10"}), Modes.substr(0, Modes.find("  11")));
+    EXPECT_EQ(Shown({"Mode", ""}), ModesShown);
+    EXPECT_EQ(Shown({"Mode", "*"}), ModesShown);
+    EXPECT_EQ(Shown({"Mode", "..10"}), ModesShown.substr(0, ModesShown.find("  11")));
     EXPECT_EQ(Shown({"RotorSpeed", "*/2", "--format=csv"}),
               "physical_mode,rotor,ratio,numerator,denominator\r\n1,2,0.2826086956521739,13,46\r\n");
     EXPECT_EQ(Shown({"AuxStrings", "Report/T*", "--format", "csv"}),
@@ -71,7 +71,7 @@ TEST_F(ShowVerbTest, AKeyMayBeginWithAMinus) {
 }
 
 TEST_F(ShowVerbTest, OptionsInPlaceOfWords) {
-    EXPECT_EQ(Shown({"--table", "Mode"}), Modes);
+    EXPECT_EQ(Shown({"--table", "Mode"}), ModesShown);
     EXPECT_EQ(Shown({"-t", "<TMode>", "-k", "2"}), Mode2);
     EXPECT_EQ(Shown({"Mode", "--key", "2"}), Mode2);
     auto const twice = Show({"Mode", "2", "-k", "2"});

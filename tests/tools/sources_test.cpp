@@ -35,7 +35,7 @@ protected:
 };
 
 // What the system says.
-std::string Text(int code) {
+std::string ReasonOf(int code) {
     return paramdb::ToUtf8(CFileException(code).Text());
 }
 
@@ -122,15 +122,15 @@ TEST_F(SourcesTest, RefusesWhatIsNoLake) {
 }
 
 TEST_F(SourcesTest, NamesTheReasonOfTheSystem) {
-    EXPECT_EQ(ReasonFor(Name(u8"missing.lake")), Text(Missing));
-    EXPECT_EQ(ReasonFor(Name(u8"missing/file.lake")), Text(FolderMissing));
-    EXPECT_EQ(ReasonFor(Folder()), Text(IsFolder));
-    EXPECT_EQ(ReasonFor(File(u8"file.lake", "k: v\n") + "/x"), Text(FileAsFolder));
+    EXPECT_EQ(ReasonFor(Name(u8"missing.lake")), ReasonOf(Missing));
+    EXPECT_EQ(ReasonFor(Name(u8"missing/file.lake")), ReasonOf(FolderMissing));
+    EXPECT_EQ(ReasonFor(Folder()), ReasonOf(IsFolder));
+    EXPECT_EQ(ReasonFor(File(u8"file.lake", "k: v\n") + "/x"), ReasonOf(FileAsFolder));
 }
 
 TEST_F(SourcesTest, DoesNotTakeAnEmptyNameForTheLastFile) {
     EXPECT_EQ(Read({File(u8"a.lake", "k: v\n")}), "");
-    std::string const reason = Text(Missing);
+    std::string const reason = ReasonOf(Missing);
     EXPECT_EQ(Read({""}), "paramdb: \"\": " + reason + "\n");
     EXPECT_FALSE(m_sources.has_value());
 }
@@ -141,7 +141,7 @@ TEST_F(SourcesTest, ReportsEveryFaultyFileAndLoadsNone) {
     std::string const empty = File(u8"empty.lake", "");
     std::string const words = File(u8"words.txt", "words\n");
     EXPECT_EQ(Read({good, missing, empty, good, words}),
-              "paramdb: " + missing + ": " + Text(Missing) + "\n" + "paramdb: " + empty +
+              "paramdb: " + missing + ": " + ReasonOf(Missing) + "\n" + "paramdb: " + empty +
                   ": the file is empty\n" + "paramdb: " + words +
                   ": no parameter file: none of its lines has a key\n");
     EXPECT_FALSE(m_sources.has_value());

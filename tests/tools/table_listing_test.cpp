@@ -10,7 +10,7 @@ using paramdb::FieldType;
 
 namespace {
 
-using Name = QVRow<QText<"name">>;
+using NameRow = QVRow<QText<"name">>;
 using Numbers = QVRow<QUnsigned<"flags">, QInt64<"count">, QFloat<"first_level">, QFloat<"second_level">,
                       QDouble<"ratio">>;
 
@@ -18,7 +18,7 @@ using Numbers = QVRow<QUnsigned<"flags">, QInt64<"count">, QFloat<"first_level">
 class TableListingTest : public testing::Test {
 protected:
     TableListingTest()
-        : m_names({{1, Name(L"Idle")}, {2, Name(L"")}}), m_numbers({}),
+        : m_names({{1, NameRow(L"Idle")}, {2, NameRow(L"")}}), m_numbers({}),
           m_names_table(FakeTable({{"mode", FieldType::Int}}, {{"name", FieldType::Text}})),
           m_numbers_table(FakeTable({{"physical_mode", FieldType::Int}, {"rotor", FieldType::Int}},
                                     {{"flags", FieldType::Unsigned},
@@ -43,7 +43,7 @@ protected:
     static std::size_t NameBytes() { return 200 + CFixedText(L"Idle").HeapBytes(); }
 
 private:
-    FakeRows<QIdx1, Name> m_names;
+    FakeRows<QIdx1, NameRow> m_names;
     FakeRows<QIdx2, Numbers> m_numbers;
     paramdb::TableDescription m_names_table;
     paramdb::TableDescription m_numbers_table;

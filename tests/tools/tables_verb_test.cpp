@@ -10,7 +10,7 @@ namespace {
 
 using TablesVerbTest = CommandTest;
 
-std::size_t Lines(std::string const& text) {
+std::size_t CountLines(std::string const& text) {
     return static_cast<std::size_t>(std::ranges::count(text, '\n'));
 }
 
@@ -50,7 +50,7 @@ TEST_F(TablesVerbTest, ListsTablesWithRows) {
 
 TEST_F(TablesVerbTest, LinesFitATerminal) {
     auto const run = RunCommand({"tables", File(u8"a.lake", SampleLake)});
-    EXPECT_GE(Lines(run.out), 105U);
+    EXPECT_GE(CountLines(run.out), 105U);
     std::istringstream lines(run.out);
     for (std::string line; std::getline(lines, line);)
         EXPECT_LE(line.size(), 120U) << line;

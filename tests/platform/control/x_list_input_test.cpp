@@ -7,7 +7,7 @@
 
 namespace {
 
-class List : public CXListCtrl {
+class ClickList : public CXListCtrl {
 public:
     using CXListCtrl::m_check_on_click;
 };
@@ -34,7 +34,7 @@ protected:
         list.Click(MK_LBUTTON, CPoint(static_cast<int>(rect.left) + dx, static_cast<int>(rect.top) + 3));
     }
 
-    List list;
+    ClickList list;
 };
 
 TEST_F(XListInput, ClicksOnBoxes) {

@@ -7,28 +7,29 @@
 namespace {
 
 thread_local bool is_counting = false;
-thread_local std::size_t requests = 0;
+thread_local std::size_t requests_made = 0;
 thread_local std::size_t refused_number = 0;
 thread_local failing_memory::Extent refused_extent = failing_memory::Extent::One;
 thread_local bool has_refused = false;
-thread_local std::ptrdiff_t held = 0;
-thread_local failing_memory::Taken taken{0, 0};
+thread_local std::ptrdiff_t bytes_held = 0;
+thread_local failing_memory::Taken memory_taken{0, 0};
 
 bool Refuses() noexcept {
     if (!is_counting)
         return false;
-    ++requests;
-    bool const refuses = refused_number != 0 &&
-                         (requests == refused_number ||
-                          (requests > refused_number && refused_extent == failing_memory::Extent::AllFrom));
+    ++requests_made;
+    bool const refuses =
+        refused_number != 0 &&
+        (requests_made == refused_number ||
+         (requests_made > refused_number && refused_extent == failing_memory::Extent::AllFrom));
     has_refused = has_refused || refuses;
     return refuses;
 }
 
 void Count(std::size_t size) noexcept {
-    held += static_cast<std::ptrdiff_t>(size);
-    taken.bytes += size;
-    ++taken.requests;
+    bytes_held += static_cast<std::ptrdiff_t>(size);
+    memory_taken.bytes += size;
+    ++memory_taken.requests;
 }
 
 // Its size stands before each block.
@@ -66,7 +67,7 @@ void Free(void* memory, std::align_val_t alignment = std::align_val_t{Least}) no
     if (memory == nullptr)
         return;
     auto* const begin = static_cast<std::byte*>(memory);
-    held -= static_cast<std::ptrdiff_t>(*std::launder(reinterpret_cast<std::size_t*>(begin) - 1));
+    bytes_held -= static_cast<std::ptrdiff_t>(*std::launder(reinterpret_cast<std::size_t*>(begin) - 1));
     std::free(begin - std::max(Least, static_cast<std::size_t>(alignment)));
 }
 
@@ -87,7 +88,7 @@ void* __wrap_mmap(void* address, std::size_t size, int protection, int flags, in
     return memory;
 }
 int __wrap_munmap(void* address, std::size_t size) {
-    held -= static_cast<std::ptrdiff_t>(size);
+    bytes_held -= static_cast<std::ptrdiff_t>(size);
     return __real_munmap(address, size);
 }
 // NOLINTEND(bugprone-reserved-identifier)
@@ -145,15 +146,15 @@ void operator delete[](void* memory, std::size_t, std::align_val_t alignment) no
 namespace failing_memory {
 
 std::ptrdiff_t HeldBytes() noexcept {
-    return held;
+    return bytes_held;
 }
 
 Taken TakenSoFar() noexcept {
-    return taken;
+    return memory_taken;
 }
 
 Refusal::Refusal(std::size_t number, Extent extent) noexcept {
-    requests = 0;
+    requests_made = 0;
     refused_number = number;
     refused_extent = extent;
     has_refused = false;
@@ -169,7 +170,7 @@ bool Refusal::Happened() noexcept {
 }
 
 std::size_t Refusal::Requests() noexcept {
-    return requests;
+    return requests_made;
 }
 
 } // namespace failing_memory

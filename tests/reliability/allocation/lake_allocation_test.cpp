@@ -4,6 +4,7 @@
 #include <paramdb/storage/line_origins.h>
 
 #include "failing_memory.h"
+#include "sample_lakes.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -17,18 +18,11 @@ namespace {
 using failing_memory::Ending;
 using failing_memory::RefuseEach;
 
-// Names longer than a short text, so that each takes memory of its own.
-constexpr char Lines[] = "; a comment\n<DbDesign.CacheVersion>: 216\n"
-                         "a key of more than fifteen characters: a value of more than fifteen characters\n"
-                         "<TMode>: {\n1 \"idle: at rest, with the engine warm\"\n2 ramp\n} ; the modes\n"
-                         "<TMode>: {\n3 coast\nkey inside of a section: {\n1\n}\n}\n{\n{\ndeep\n}\n";
-constexpr char Others[] = "<TMode>: {\n9 other\n}\nnew key of more than fifteen characters: 1\n\n";
-
 class LakeAllocations : public testing::Test {
 protected:
     LakeAllocations() {
-        TemporaryFolder::Write(m_name, Lines);
-        TemporaryFolder::Write(m_other, Others);
+        TemporaryFolder::Write(m_name, SampleLake);
+        TemporaryFolder::Write(m_other, OtherLake);
     }
 
     // A lake that a failure has been through does all that a new one does.

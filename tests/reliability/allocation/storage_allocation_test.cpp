@@ -9,6 +9,7 @@
 
 #include "failing_memory.h"
 #include "quiet_sink.h"
+#include "sample_lakes.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -20,18 +21,11 @@ namespace {
 using failing_memory::Ending;
 using failing_memory::RefuseEach;
 
-// Names longer than a short text, so that each takes memory of its own.
-constexpr char Lines[] = "; a comment\n<DbDesign.CacheVersion>: 216\n"
-                         "a key of more than fifteen characters: a value of more than fifteen characters\n"
-                         "<TMode>: {\n1 \"idle: at rest, with the engine warm\"\n2 ramp\n} ; the modes\n"
-                         "<TMode>: {\n3 coast\nkey inside of a section: {\n1\n}\n}\n{\n{\ndeep\n}\n";
-constexpr char Others[] = "<TMode>: {\n9 other\n}\nnew key of more than fifteen characters: 1\n\n";
-
 class StorageAllocations : public testing::Test {
 protected:
     StorageAllocations() {
-        TemporaryFolder::Write(m_name, Lines);
-        TemporaryFolder::Write(m_other, Others);
+        TemporaryFolder::Write(m_name, SampleLake);
+        TemporaryFolder::Write(m_other, OtherLake);
     }
 
     static std::size_t OpenFiles() {
@@ -50,19 +44,20 @@ TEST_F(StorageAllocations, ReplacingAFile) {
     std::wstring error;
     for (std::wstring const& target : {m_name, m_folder.Name(L"no folder of that name/file.lake")}) {
         bool written = false;
-        std::size_t const requests = RefuseEach(
-            [&] { TemporaryFolder::Write(m_name, Lines); },
-            [&] { written = paramdb::ReplaceFileWith(target, Others, error); },
-            [&](std::size_t number, Ending const& ending) {
-                ASSERT_EQ(ending.refused, ending.bad_alloc) << number;
-                ASSERT_EQ(OpenFiles(), files) << number;
-                ASSERT_EQ(m_folder.Count(), names) << number;
-                ASSERT_EQ(TemporaryFolder::Read(m_name), !ending.refused && target == m_name ? Others : Lines)
-                    << number;
-                if (!ending.refused) {
-                    ASSERT_EQ(written, target == m_name);
-                }
-            });
+        std::size_t const requests =
+            RefuseEach([&] { TemporaryFolder::Write(m_name, SampleLake); },
+                       [&] { written = paramdb::ReplaceFileWith(target, OtherLake, error); },
+                       [&](std::size_t number, Ending const& ending) {
+                           ASSERT_EQ(ending.refused, ending.bad_alloc) << number;
+                           ASSERT_EQ(OpenFiles(), files) << number;
+                           ASSERT_EQ(m_folder.Count(), names) << number;
+                           ASSERT_EQ(TemporaryFolder::Read(m_name),
+                                     !ending.refused && target == m_name ? OtherLake : SampleLake)
+                               << number;
+                           if (!ending.refused) {
+                               ASSERT_EQ(written, target == m_name);
+                           }
+                       });
         EXPECT_GT(requests, 3U);
     }
 }
@@ -83,7 +78,7 @@ TEST_F(StorageAllocations, ReadingAFile) {
                    ASSERT_EQ(ending.refused, ending.bad_alloc) << number;
                    ASSERT_EQ(OpenFiles(), files) << number;
                    if (!ending.refused) {
-                       ASSERT_EQ(bytes, Lines);
+                       ASSERT_EQ(bytes, SampleLake);
                        ASSERT_TRUE(error.IsNotFound());
                        ASSERT_FALSE(missing);
                    }

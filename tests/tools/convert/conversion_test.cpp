@@ -3,6 +3,7 @@
 
 #include "tests/support/messages.h"
 #include "tests/support/temp_dir.h"
+#include "tests/tools/convert/form_told.h"
 #include "tests/tools/convert/random_parameters.h"
 #include "tools/convert/cell_text.h"
 #include "tools/convert/conversion.h"
@@ -14,15 +15,12 @@
 #include <sstream>
 
 using namespace paramdb::tools;
+using form_told::PlaceOf;
 namespace fs = std::filesystem;
 
 namespace {
 
 constexpr std::array AllKinds{FileKind::Lake, FileKind::Sea, FileKind::Json, FileKind::Csv};
-
-std::size_t PlaceOf(wchar_t const* tag) {
-    return static_cast<std::size_t>(TableOfTag(tag) - paramdb::Catalogue().data());
-}
 
 // The source as reading it would give it.
 ReadResult SourceOf(ParameterSet const& parameters) {

@@ -16,7 +16,7 @@ using namespace paramdb::tools;
 namespace {
 
 // The fields of each row with a bar between key and row.
-std::vector<std::string> Lines(RowTable const& table) {
+std::vector<std::string> RowLines(RowTable const& table) {
     std::vector<std::string> lines;
     for (std::size_t row = 0; row < table.size(); ++row) {
         std::string line;
@@ -53,7 +53,7 @@ protected:
         CQtParamInstance parameters;
         MessageLog const messages;
         EXPECT_TRUE(parameters.ReadTablesFromCandidateLake());
-        return Lines(CollectAnswers(parameters, options).at(PlaceOf(topic)));
+        return RowLines(CollectAnswers(parameters, options).at(PlaceOf(topic)));
     }
 };
 

@@ -99,7 +99,7 @@ std::map<std::string, std::multiset<std::vector<std::string>>> Kept(Table const&
 // A change, a row of A, a row of B and the columns, as words.
 using Change = std::string;
 
-std::multiset<Change> Expected(Table const& table, Lines const& a, Lines const& b) {
+std::multiset<Change> ChangesOf(Table const& table, Lines const& a, Lines const& b) {
     auto left = Kept(table, a);
     auto right = Kept(table, b);
     std::set<std::string> keys;
@@ -200,9 +200,9 @@ TEST_F(DiffRandomTest, AgreesWithAModel) {
         std::size_t differing = 0;
         for (std::size_t table = 0; table < Tables.size(); ++table) {
             SCOPED_TRACE(Tables[table].tag);
-            auto const expected = Expected(Tables[table], a[table], b[table]);
+            auto const expected = ChangesOf(Tables[table], a[table], b[table]);
             EXPECT_EQ(Found(TableOf(report, Tables[table].tag)), expected);
-            EXPECT_EQ(Found(TableOf(back, Tables[table].tag)), Expected(Tables[table], b[table], a[table]));
+            EXPECT_EQ(Found(TableOf(back, Tables[table].tag)), ChangesOf(Tables[table], b[table], a[table]));
             differing += expected.empty() ? 0 : 1;
         }
         EXPECT_EQ(report["summary"]["tables"], differing);

@@ -73,7 +73,7 @@ protected:
     std::unique_ptr<CPentadDialog> dialog = std::make_unique<CPentadDialog>();
 };
 
-CClavis const Key(4, -1, -1, -1, -1, -1);
+CClavis const ResultKey(4, -1, -1, -1, -1, -1);
 
 } // namespace
 
@@ -84,7 +84,7 @@ TEST_F(QtDialogView, SpeaksEveryLanguageWithoutCuttingIt) {
           Language::hungarian, Language::italian, Language::standard, Language::chinese, Language::spanish}) {
         SCOPED_TRACE(static_cast<int>(language));
         CLibMgr::SetLanguage(language);
-        DialogView& view = Display(Key);
+        DialogView& view = Display(ResultKey);
         auto const* const ok = view.Button(IDOK);
         auto const* const cancel = view.Button(IDCANCEL);
         EXPECT_GE(cancel->width(), cancel->sizeHint().width());
@@ -99,9 +99,9 @@ TEST_F(QtDialogView, SpeaksEveryLanguageWithoutCuttingIt) {
 }
 
 TEST_F(QtDialogView, HandsOverWhatWasChosen) {
-    DialogView& view = Display(Key);
+    DialogView& view = Display(ResultKey);
     CQtParamInstance const parameters;
-    CClavis expected = Key;
+    CClavis expected = ResultKey;
     expected[Clavis::qChannel] = parameters.IdNameMap(Clavis::qChannel).begin()->first[0];
     Choose(view, 2, paramdb::qt::ToQString(parameters.ChannelName(expected[Clavis::qChannel])));
     // The only choice of the parameter row is none until there is an instrument.
@@ -126,7 +126,7 @@ TEST_F(QtDialogView, HandsOverWhatWasChosen) {
 }
 
 TEST_F(QtDialogView, ReturnAndEscapeInAComboLeaveTheDialogOpen) {
-    DialogView& view = Display(Key);
+    DialogView& view = Display(ResultKey);
     dialogKey(view, 0);
     Press(List(view).Table(), Qt::Key_F2);
     Press(*Editor(view, 0)->view(), Qt::Key_Escape);
@@ -147,7 +147,7 @@ TEST_F(QtDialogView, ReturnAndEscapeInAComboLeaveTheDialogOpen) {
 }
 
 TEST_F(QtDialogView, GoesWithTheDialog) {
-    DialogView& view = Display(Key);
+    DialogView& view = Display(ResultKey);
     QPointer<DialogView> const alive = &view;
     dialog.reset();
     Settle();
@@ -155,7 +155,7 @@ TEST_F(QtDialogView, GoesWithTheDialog) {
 }
 
 TEST_F(QtDialogView, EveryRowIsInSight) {
-    DialogView& view = Display(Key);
+    DialogView& view = Display(ResultKey);
     EXPECT_FALSE(List(view).Table().verticalScrollBar()->isVisible());
     EXPECT_FALSE(List(view).Table().horizontalScrollBar()->isVisible());
 }
