@@ -6,7 +6,8 @@ CQtDerivedInfo::CQtDerivedInfo(CQtParamStore& store)
     : m_store(&store), m_rotor_tables(store), m_spec_intervals(store), m_channels(store),
       m_rotors(store, m_rotor_tables, m_channels), m_modes(store), m_groups(store),
       m_instrument_counts(store.Tables().InstrumentParam),
-      m_channel_type_counts(store.Tables().ChannelProperty) {}
+      m_channel_type_counts(store.Tables().ChannelProperty),
+      m_parameter_names(store.Tables().InstrumentParam) {}
 
 bool CQtDerivedInfo::BuildDerivedInfo() {
     constexpr std::size_t steps = 6;

@@ -7,6 +7,7 @@
 #include <paramdb/distillery/rotor_info.h>
 #include <paramdb/distillery/rotor_tables.h>
 #include <paramdb/distillery/row_counts.h>
+#include <paramdb/distillery/row_names.h>
 #include <paramdb/distillery/spec_interval_store.h>
 #include <paramdb/distillery/trigger_map.h>
 #include <paramdb/platform/core/export.h>
@@ -19,6 +20,8 @@ class PARAMDB_API CQtDerivedInfo {
 public:
     using CInstrumentCounts = CRowCounts<CDbUniqueMap<QIdx1, QVInstrumentParam>, "instrument">;
     using CChannelTypeCounts = CRowCounts<CDbUniqueMap<QIdx1, QVChannelProperty>, "flags">;
+
+    using CParameterNames = CRowNames<CDbUniqueMap<QIdx1, QVInstrumentParam>>;
 
     // The store must outlive this object.
     explicit CQtDerivedInfo(CQtParamStore& store);
@@ -41,6 +44,8 @@ public:
     // The instrument parameters of each instrument, and the channels of each type.
     CInstrumentCounts const& InstrumentCounts() const { return m_instrument_counts; }
     CChannelTypeCounts const& ChannelTypeCounts() const { return m_channel_type_counts; }
+    // The names of the instrument parameters.
+    CParameterNames const& ParameterNames() const { return m_parameter_names; }
 
 private:
     CQtParamStore* m_store;
@@ -53,4 +58,5 @@ private:
     CGrexInfo m_groups;
     CInstrumentCounts m_instrument_counts;
     CChannelTypeCounts m_channel_type_counts;
+    CParameterNames m_parameter_names;
 };

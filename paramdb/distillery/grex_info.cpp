@@ -3,6 +3,7 @@
 #include <paramdb/platform/sea/pr_win.h>
 #include <paramdb/service/param_store.h>
 
+#include <cstdint>
 #include <limits>
 #include <string>
 
@@ -22,18 +23,39 @@ int Next(int number) {
 
 } // namespace
 
+// A row that matches a concrete key. Both are places in their tables.
+struct CGrexInfo::Match {
+    std::uint32_t key;
+    std::uint32_t row;
+};
+
 void CGrexInfo::Init() {
     m_groups.clear();
     CollectPolygons();
     m_entries.clear();
     int next_group = m_groups.empty() ? 0 : Next(m_groups.rbegin()->first.first);
 
+    auto const& keys = m_store->Tables().IpParamAndStore;
+    auto const& rows = m_store->Tables().IpTrackPolygon;
     std::vector<QClavis> patterns;
-    for (auto const& [pattern, row] : m_store->Tables().IpTrackPolygon)
+    patterns.reserve(rows.size());
+    for (auto const& [pattern, row] : rows)
         patterns.push_back(pattern);
     paramdb::WildcardIndex index(patterns);
-    for (auto const& [key, row] : m_store->Tables().IpParamAndStore)
-        Expand(key, index.Find(key), next_group);
+    // Collected before they are expanded, so that the maps get their memory at once and no more than they
+    // need.
+    std::vector<Match> matches;
+    matches.reserve(keys.size());
+    for (std::size_t key = 0; key < keys.size(); ++key) {
+        index.Find(keys[key].first, [&matches, key](std::size_t row) {
+            matches.push_back({static_cast<std::uint32_t>(key), static_cast<std::uint32_t>(row)});
+        });
+        if (matches.size() >= keys.size()) { // keys match many rows
+            Expand(matches, next_group);
+            matches.clear();
+        }
+    }
+    Expand(matches, next_group);
 }
 
 void CGrexInfo::CollectPolygons() {
@@ -46,9 +68,20 @@ void CGrexInfo::CollectPolygons() {
     }
 }
 
-void CGrexInfo::Expand(QClavis const& key, std::vector<std::size_t> const& rows, int& next_group) {
-    for (std::size_t const number : rows) {
-        QVIpTrackPolygon const& row = m_store->Tables().IpTrackPolygon[number].second;
+void CGrexInfo::Expand(std::vector<Match> const& matches, int& next_group) {
+    auto const& keys = m_store->Tables().IpParamAndStore;
+    auto const& rows = m_store->Tables().IpTrackPolygon;
+    std::size_t entries = m_entries.size();
+    std::size_t points = m_groups.size();
+    for (std::size_t match = 0; match < matches.size(); ++match) {
+        entries += match == 0 || matches[match].key != matches[match - 1].key ? 1 : 0;
+        points += rows[matches[match].row].second.get<"polygon_mode">() == TwoPointDefinition ? 2 : 0;
+    }
+    m_entries.reserve(entries);
+    m_groups.reserve(points);
+
+    for (Match const match : matches) {
+        QVIpTrackPolygon const& row = rows[match.row].second;
         entry expanded{row.get<"area_interpretation">(), row.get<"source_parameter">(), row.get<"polygon">()};
         if (row.get<"polygon_mode">() == TwoPointDefinition) {
             float const offset = row.get<"offset">();
@@ -57,7 +90,7 @@ void CGrexInfo::Expand(QClavis const& key, std::vector<std::size_t> const& rows,
             expanded.group = next_group;
             next_group = Next(next_group);
         }
-        if (!m_entries.insert({key, expanded}).second)
+        if (!m_entries.insert({keys[match.key].first, expanded}).second)
             ReportAmbiguity();
     }
 }

@@ -28,8 +28,8 @@ public:
         friend bool operator==(entry const&, entry const&) = default;
     };
     // Group number and element index to point.
-    using group_map = CUniqueVectorMap<std::pair<int, int>, group_element>;
-    using expansion_map = CUniqueVectorMap<QClavis, entry>;
+    using group_map = CDbUniqueMap<std::pair<int, int>, group_element>;
+    using expansion_map = CDbUniqueMap<QClavis, entry>;
 
     // The store must outlive this object.
     explicit CGrexInfo(CQtParamStore const& store) : m_store(&store) {}
@@ -48,8 +48,10 @@ public:
     expansion_map const& Entries() const { return m_entries; }
 
 private:
+    struct Match;
+
     void CollectPolygons();
-    void Expand(QClavis const& key, std::vector<std::size_t> const& rows, int& next_group);
+    void Expand(std::vector<Match> const& matches, int& next_group);
 
     CQtParamStore const* m_store;
     expansion_map m_entries;

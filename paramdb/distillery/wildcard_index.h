@@ -1,8 +1,12 @@
 // Finds the rows whose keys, which may hold wildcards, match a concrete key.
 //
-// The rows form a search tree. A node asks for one element of the key: a branch for each value that its rows
-// have there, and one for those with a wildcard. The element is the one that leaves the fewest rows behind
-// each branch, so that a search comes down to a few rows after one or two questions.
+// The rows form a tree that asks for one element of the key after the other: a node has a child for each
+// value that its rows have there, the one for those with a wildcard first. A search follows the value and the
+// wildcard, so it stands at several nodes of a depth, until few rows are left, which are looked at one by
+// one.
+//
+// Keys mostly come in order, as they stand in a table, and have their first elements in common with the key
+// before. The search goes on from where it stood there: mostly with the few rows that were left.
 #pragma once
 
 #include <paramdb/keys/q_clavis.h>
@@ -10,6 +14,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <span>
 #include <vector>
 
@@ -23,47 +28,74 @@ public:
     // The patterns of the rows, which are numbered from 0.
     explicit WildcardIndex(std::span<QClavis const> patterns);
 
-    // The numbers of the rows that match the key, ascending. Valid until the next call.
-    std::vector<std::size_t> const& Find(QClavis const& key);
+    // Calls `take` with the number of each row that matches the key, ascending.
+    template <class Take>
+    void Find(QClavis const& key, Take const& take) {
+        Words const words(key.elements());
+        if (!words.Agree(m_words, m_prefix))
+            SearchAgain(key.elements());
+        for (Row const& row : m_left)
+            if (words.Agree(row.elements, row.mask))
+                take(row.number);
+    }
 
 private:
-    using Elements = std::array<int, QClavis::size()>;
+    static constexpr std::size_t Depth = QClavis::size();
+
+    // The elements of a key as they lie in memory, two in a word.
+    static_assert(Depth * sizeof(int) == 3 * sizeof(std::uint64_t));
+    struct Words {
+        std::uint64_t first = 0;
+        std::uint64_t second = 0;
+        std::uint64_t third = 0;
+
+        Words() = default;
+        explicit Words(std::array<int, Depth> const& elements) {
+            std::memcpy(&first, &elements[0], sizeof first);
+            std::memcpy(&second, &elements[2], sizeof second);
+            std::memcpy(&third, &elements[4], sizeof third);
+        }
+        // Whether both are the same in what the mask selects.
+        bool Agree(Words const& other, Words const& mask) const {
+            return (((first ^ other.first) & mask.first) | ((second ^ other.second) & mask.second) |
+                    ((third ^ other.third) & mask.third)) == 0;
+        }
+    };
 
     struct Row {
-        Elements pattern;
+        Words elements;
+        Words mask; // selects the elements without wildcard
         std::size_t number;
     };
-    // A leaf holds rows; any other node has branches in m_branches.
+    // The elements as unsigned numbers among which the wildcard is the lowest.
+    using Branches = std::array<std::uint32_t, Depth>;
+    // The nodes of a depth stand together, the children of one behind those of the one before, and those of
+    // the next depth follow. The children of a node end where those of the next one begin.
     struct Node {
-        std::size_t element;     // NoElement: a leaf
-        std::uint32_t wildcards; // the node of the rows with a wildcard there, 0 for none
+        std::uint32_t branch; // the value that leads here
+        std::uint32_t first_child;
         std::uint32_t first_row;
-        std::uint32_t last_row;
-    };
-    // A slot of the hash table of all branches; node 0, which is the root, marks a free one.
-    struct Branch {
-        std::uint32_t from;
-        std::uint32_t to;
-        int value;
+        std::uint32_t row_count;
     };
 
-    static constexpr std::size_t NoElement = QClavis::size();
+    void AddNodes(std::span<Branches const> rows);
+    void SearchAgain(std::array<int, Depth> const& key);
+    void Search(std::size_t depth);
+    std::uint32_t* Follow(std::uint32_t node, std::uint32_t branch, std::uint32_t* reached) const;
+    // The nodes at which the search stands: one at depth 0, at most twice as many with each further one.
+    std::uint32_t* Reached(std::size_t depth) { return m_reached.data() + (std::size_t{1} << depth) - 1; }
 
-    std::uint32_t Build(std::span<Row> rows);
-    std::size_t BestElement(std::span<Row const> rows) const;
-    void AddBranch(Branch const& branch);
-    void Place(Branch const& branch);
-    std::size_t Slot(std::uint32_t from, int value) const {
-        std::uint64_t const key = static_cast<std::uint64_t>(from) << 32 | static_cast<std::uint32_t>(value);
-        return static_cast<std::size_t>(key * 0x9E3779B97F4A7C15 >> 32) & (m_branches.size() - 1);
-    }
-    void Search(std::uint32_t node, Elements const& key);
-
-    std::vector<Row> m_rows;
+    std::vector<Row> m_rows; // in the order of the tree
     std::vector<Node> m_nodes;
-    std::vector<Branch> m_branches;
-    std::size_t m_branch_count = 0;
-    std::vector<std::size_t> m_found;
+
+    // The last search.
+    std::array<int, Depth> m_key{};
+    Words m_words{};         // of the key
+    Words m_prefix{};        // selects the elements that were asked for
+    std::size_t m_depth = 0; // their number
+    std::array<std::uint32_t, (std::size_t{2} << Depth) - 1> m_reached{};
+    std::array<std::size_t, Depth + 1> m_reached_count{1};
+    std::vector<Row> m_left;
 };
 
 } // namespace paramdb

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
+#include <cstring>
 #include <iterator>
 #include <string_view>
 
@@ -28,6 +29,21 @@ public:
         std::size_t const count = std::min(text.size(), Capacity - 1 - m_length);
         *std::copy_n(text.data(), count, m_text + m_length) = L'\0';
         m_length += count;
+        return *this;
+    }
+    // The same for one of many short texts whose lengths are known: some units at a time, the last of them
+    // twice, where a call would take longer.
+    CTextBuffer& Append(std::wstring_view text) {
+        constexpr std::size_t few = 4;
+        std::size_t const count = std::min(text.size(), Capacity - 1 - m_length);
+        if (count < few)
+            return *this += text;
+        wchar_t* const to = m_text + m_length;
+        for (std::size_t unit = 0; unit < count - few; unit += few)
+            std::memcpy(to + unit, text.data() + unit, few * sizeof(wchar_t));
+        std::memcpy(to + count - few, text.data() + count - few, few * sizeof(wchar_t));
+        m_length += count;
+        m_text[m_length] = L'\0';
         return *this;
     }
     CTextBuffer& operator+=(wchar_t const* text) { return *this += std::wstring_view(text); }

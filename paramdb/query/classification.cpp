@@ -1,6 +1,7 @@
 // CQtParamInstance: kinds of instruments, channels, locations and signals.
 #include <paramdb/distillery/signal_unit.h>
 #include <paramdb/query/param_instance.h>
+#include <paramdb/tables/id_search.h>
 
 #include <algorithm>
 #include <iterator>
@@ -87,7 +88,7 @@ int CQtParamInstance::TrackInstrumentToScalarInstrument(int instrument) {
 }
 
 unsigned int CQtParamInstance::ChannelResamplingType(int channel) const {
-    auto const row = ChannelProperty().find(channel);
+    auto const row = paramdb::FindById(ChannelProperty(), channel);
     return row != ChannelProperty().end() ? row->second.get<"flags">() : 0;
 }
 

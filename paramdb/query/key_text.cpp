@@ -1,8 +1,10 @@
 // CQtParamInstance: texts for keys.
 #include <paramdb/keys/text_buffer.h>
 #include <paramdb/query/param_instance.h>
+#include <paramdb/tables/id_search.h>
 
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -11,19 +13,19 @@ using Mask = std::bitset<Clavis::ElementCount>;
 
 constexpr unsigned int ShownByLocation = 4; // of a location's flags
 
-constexpr wchar_t const* NoElement = L"(Nil)";
+// Views, so that no length is measured when a text is put together.
+constexpr std::wstring_view NoElement = L"(Nil)";
+constexpr std::wstring_view Blank = L" ";
+constexpr std::wstring_view OpeningBracket = L" (";
+constexpr std::wstring_view ClosingBracket = L")";
 
 Rule RuleOfDialogs() {
     return CQtParamInstance::ShowIdsInDialogs() ? CQtParamInstance::show_id_always
                                                 : CQtParamInstance::show_id_if_unnamed;
 }
 
-wchar_t const* ElementName(CQtParamInstance const& parameters, int element, int id) {
-    return id == -1 ? NoElement : parameters.ClavisElementName(element, id);
-}
-
 std::wstring ElementText(CQtParamInstance const& parameters, int element, int id, Rule rule) {
-    std::wstring text = ElementName(parameters, element, id);
+    std::wstring text(id == -1 ? NoElement : parameters.ClavisElementName(element, id));
     bool const shows_id = rule == CQtParamInstance::show_id_always ||
                           (rule == CQtParamInstance::show_id_if_unnamed && text.empty());
     if (!shows_id)
@@ -74,61 +76,67 @@ CString CQtParamInstance::FormatClavisText(QClavis const& key, Mask mask) const 
 void CQtParamInstance::AppendInstrParam(KeyText& text, int instrument, int parameter) const {
     if (instrument == -1)
         instrument = InstrumentParameterToInstrument(parameter);
-    text += InstrumentName(instrument);
+    std::wstring_view const name = Instrument().NameText(instrument);
+    text.Append(!name.empty() ? name : InstrumentName(instrument));
     if (m_distillery->DerivedInfo().InstrumentCounts().Count(instrument) <= 1)
         return;
-    text += L" ";
-    text += InstrumentParamName(parameter);
+    text += Blank;
+    text.Append(m_distillery->DerivedInfo().ParameterNames().Name(parameter));
 }
 
 void CQtParamInstance::AppendLocaChan(KeyText& text, int location, int channel, bool both) const {
     unsigned int const type = ChannelResamplingType(channel);
     bool const several = m_distillery->DerivedInfo().ChannelTypeCounts().Count(type) > 1;
-    wchar_t const* const location_name = LocationName(location);
-    wchar_t const* const channel_name = ChannelName(channel);
-    auto const append = [&](wchar_t const* first, wchar_t const* in_brackets) {
-        text += first;
-        text += L" (";
-        text += in_brackets;
-        text += L")";
+    std::wstring_view const location_name = Location().NameText(location);
+    std::wstring_view const channel_name = Channel().NameText(channel);
+    auto const append = [&](std::wstring_view first, std::wstring_view in_brackets) {
+        text.Append(first);
+        text += OpeningBracket;
+        text.Append(in_brackets);
+        text += ClosingBracket;
     };
     if (type == 0 || (type & fix_channel) != 0) {
-        auto const property = LocationProperty().find(location);
-        if (several)
+        if (several) {
             append(location_name, channel_name);
-        else if (property != LocationProperty().end() &&
-                 (property->second.get<"flags">() & ShownByLocation) == 0)
-            text += channel_name;
-        else
-            text += location_name;
+            return;
+        }
+        auto const property = paramdb::FindById(LocationProperty(), location);
+        bool const by_channel =
+            property != LocationProperty().end() && (property->second.get<"flags">() & ShownByLocation) == 0;
+        text.Append(by_channel ? channel_name : location_name);
     } else if ((type & mix_channel) != 0) {
         if (both || several)
             append(channel_name, location_name);
         else
-            text += channel_name;
+            text.Append(channel_name);
     } else {
-        text += location_name;
-        text += L" ";
-        text += channel_name;
+        text.Append(location_name);
+        text += Blank;
+        text.Append(channel_name);
     }
 }
 
 CString CQtParamInstance::FormatClavisTextNice(CClavis const& key, bool both,
                                                wchar_t const* separator) const {
+    CTextBuffer<500> between;
+    between += Blank;
+    between += separator;
+    between += Blank;
     KeyText text;
-    auto const append_separator = [&] {
-        text += L" ";
-        text += separator;
-        text += L" ";
-    };
-    text += ElementName(*this, Clavis::qMode, key[Clavis::qMode]);
-    append_separator();
+    int const mode = key[Clavis::qMode];
+    int const signal = key[Clavis::qSignal];
+    std::wstring_view const mode_name = Mode().NameText(mode);
+    if (mode == -1)
+        text.Append(NoElement);
+    else
+        text.Append(mode_name.data() != nullptr ? mode_name : ModeName(mode));
+    text.Append(between.view());
     AppendInstrParam(text, key[Clavis::qInstrument], key[Clavis::qInstrParam]);
-    append_separator();
+    text.Append(between.view());
     AppendLocaChan(text, key[Clavis::qLocation], key[Clavis::qChannel], both);
-    append_separator();
-    text += ElementName(*this, Clavis::qSignal, key[Clavis::qSignal]);
-    return text.c_str();
+    text.Append(between.view());
+    text.Append(signal == -1 ? NoElement : ApplicationSignal().NameText(signal));
+    return text.view();
 }
 
 CString CQtParamInstance::FormatClavisTextNice(QClavis const& key, bool both,
@@ -139,7 +147,7 @@ CString CQtParamInstance::FormatClavisTextNice(QClavis const& key, bool both,
 wchar_t const* CQtParamInstance::FormatInstrParamText(CString& out, int instrument, int parameter) const {
     KeyText text;
     AppendInstrParam(text, instrument, parameter);
-    out = text.c_str();
+    out = text.view();
     return out;
 }
 
@@ -151,7 +159,7 @@ wchar_t const* CQtParamInstance::FormatLocaChanText(CString& out, int location, 
                                                     bool both) const {
     KeyText text;
     AppendLocaChan(text, location, channel, both);
-    out = text.c_str();
+    out = text.view();
     return out;
 }
 

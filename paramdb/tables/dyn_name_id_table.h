@@ -10,6 +10,7 @@
 #include <paramdb/tables/sea_typed_table.h>
 
 #include <functional>
+#include <string_view>
 
 // The tree from id to name that a name table is.
 using UniqueTree = CUniqueTreeMap<QIdx1, QIdxName, std::less<QIdx1>>;
@@ -25,6 +26,8 @@ public:
     // The name of the row with that id, or a shared empty text. Valid until the table is cleared or read
     // again.
     wchar_t const* Name(int id) const;
+    // The same with its length; the data are null if there is no such row.
+    std::wstring_view NameText(int id) const { return m_index.NameText(id); }
     bool IsValidId(int id) const { return m_index.Name(id) != nullptr; }
 
     // Adds a row; false if there is one of that id, which then stays as it is.

@@ -7,34 +7,52 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 
 namespace paramdb {
 
-// The row of an id in a table whose keys are single numbers (a CUniqueVectorMap of QIdx1), or the end.
-template <class Table>
-typename Table::const_iterator FindById(Table const& table, int id) {
-    auto const id_at = [&table](std::size_t place) { return table[place].first[0]; };
-    if (table.empty() || id < id_at(0) || id > id_at(table.size() - 1))
-        return table.end();
-    double const first = id_at(0);
-    double const width = id_at(table.size() - 1) - first;
-    double const part = width > 0 ? (id - first) / width : 0.0;
+// The place of an id among that many ids that ascend, or their number if it is not there. `id_at` gives the
+// id at a place.
+template <class IdAt>
+std::size_t PlaceOfId(std::size_t size, int id, IdAt const& id_at) {
+    if (size == 0)
+        return size;
+    std::int64_t const above = std::int64_t{id} - id_at(0);
+    std::int64_t const width = std::int64_t{id_at(size - 1)} - id_at(0);
+    if (above < 0 || above > width)
+        return size;
+    auto const last = static_cast<std::int64_t>(size - 1);
+    if (width == last) // no id is missing
+        return static_cast<std::size_t>(above);
+    // The nearest place, so that ids that are spread evenly are met whichever way the quotient was rounded.
+    double const part = static_cast<double>(above) / static_cast<double>(width);
+    auto low = static_cast<std::size_t>(part * static_cast<double>(last) + 0.5);
+    if (id_at(low) == id)
+        return low;
 
-    // The row lies from low on and before high.
-    auto low = static_cast<std::size_t>(part * static_cast<double>(table.size() - 1));
+    // The id stands from low on and before high.
     std::size_t high = low + 1;
     for (std::size_t step = 1; id_at(low) > id; step *= 2) {
         high = low;
         low -= std::min(step, low);
     }
-    for (std::size_t step = 1; high < table.size() && id_at(high) <= id; step *= 2) {
+    for (std::size_t step = 1; high < size && id_at(high) <= id; step *= 2) {
         low = high;
-        high += std::min(step, table.size() - high);
+        high += std::min(step, size - high);
     }
-    auto const end = table.begin() + static_cast<std::ptrdiff_t>(high);
-    auto const row = std::lower_bound(table.begin() + static_cast<std::ptrdiff_t>(low), end, id,
-                                      [](auto const& entry, int sought) { return entry.first[0] < sought; });
-    return row != end && row->first[0] == id ? row : table.end();
+    while (high - low > 1) {
+        std::size_t const middle = low + (high - low) / 2;
+        (id_at(middle) <= id ? low : high) = middle;
+    }
+    return id_at(low) == id ? low : size;
+}
+
+// The row of an id in a table whose keys are single numbers (a CUniqueVectorMap of QIdx1), or the end.
+template <class Table>
+typename Table::const_iterator FindById(Table const& table, int id) {
+    std::size_t const place =
+        PlaceOfId(table.size(), id, [&table](std::size_t row) { return table[row].first[0]; });
+    return table.begin() + static_cast<std::ptrdiff_t>(place);
 }
 
 } // namespace paramdb

@@ -29,6 +29,14 @@ std::uint64_t Mix(std::uint64_t hash) {
     return hash ^ hash >> 32;
 }
 
+// The low bits of the hash of a name are its length, as far as they hold it: of two names whose hashes are
+// the same, one is not read beyond its end when they are compared.
+constexpr std::uint32_t LengthBits = 0xFF;
+std::uint32_t WithLength(std::uint64_t hash, std::size_t length) {
+    return (static_cast<std::uint32_t>(hash) & ~LengthBits) |
+           static_cast<std::uint32_t>(std::min<std::size_t>(length, LengthBits));
+}
+
 // Two chains of words, as one would wait for each multiplication. The last two words end with the name and
 // may hold units of those before, so that lengths need no cases of their own.
 std::uint32_t Hash(std::wstring_view name) {
@@ -39,7 +47,7 @@ std::uint32_t Hash(std::wstring_view name) {
     if (length < WordUnits) {
         for (wchar_t const unit : name)
             first = first << 16 ^ Unit(unit);
-        return static_cast<std::uint32_t>(Mix(first));
+        return WithLength(Mix(first), length);
     }
     wchar_t const* const end = units + length;
     for (; units + 2 * WordUnits < end; units += 2 * WordUnits) {
@@ -48,7 +56,14 @@ std::uint32_t Hash(std::wstring_view name) {
     }
     first = Mix(first ^ Word(length < 2 * WordUnits ? units : end - 2 * WordUnits));
     second = Mix(second ^ Word(end - WordUnits));
-    return static_cast<std::uint32_t>(Mix(first ^ std::rotl(second, 32)));
+    return WithLength(Mix(first ^ std::rotl(second, 32)), length);
+}
+
+// Whether a name is the one of a row that has its hash.
+bool IsSame(wchar_t const* row_name, std::wstring_view name) {
+    if (name.size() < LengthBits)
+        return std::memcmp(row_name, name.data(), name.size() * sizeof(wchar_t)) == 0;
+    return std::wcscmp(row_name, name.data()) == 0;
 }
 
 // So many ids are kept in a plain array, a few for each row.
@@ -106,17 +121,20 @@ void NameIndex::Table::Clear() {
 NameIndex::Place const* NameIndex::Find(std::wstring_view name, std::uint32_t hash) const {
     if (m_names.IsEmpty())
         return nullptr;
-    Place const& place = m_names.Find(hash, [name, hash](Place const& row) {
-        return row.hash == hash && std::wcscmp(row.name, name.data()) == 0;
-    });
+    Place const& place = m_names.Find(
+        hash, [name, hash](Place const& row) { return row.hash == hash && IsSame(row.name, name); });
     return place.name != nullptr ? &place : nullptr;
 }
 
 void NameIndex::Add(int id, std::wstring_view name) {
     if (auto const place = static_cast<std::size_t>(id); id >= 0 && place < LowIds(++m_rows)) {
-        if (place >= m_low_ids.size())
-            m_low_ids.resize(std::max(place + 1, m_low_ids.size() * 2));
+        if (place >= m_low_ids.size()) {
+            std::size_t const size = std::max(place + 1, m_low_ids.size() * 2);
+            m_low_lengths.resize(size);
+            m_low_ids.resize(size);
+        }
         m_low_ids[place] = name.data();
+        m_low_lengths[place] = static_cast<std::uint8_t>(std::min<std::size_t>(name.size(), MeasuredLength));
     } else {
         m_ids.Add({name.data(), Hash(id), id});
     }
@@ -128,6 +146,7 @@ void NameIndex::Add(int id, std::wstring_view name) {
 void NameIndex::Clear() {
     m_rows = 0;
     m_low_ids.clear();
+    m_low_lengths.clear();
     m_names.Clear();
     m_ids.Clear();
 }
@@ -144,6 +163,14 @@ wchar_t const* NameIndex::Name(int id) const {
     if (m_ids.IsEmpty())
         return nullptr;
     return m_ids.Find(Hash(id), [id](Place const& row) { return row.id == id; }).name;
+}
+
+std::wstring_view NameIndex::NameText(int id) const {
+    if (auto const place = static_cast<std::uint32_t>(id);
+        place < m_low_ids.size() && m_low_ids[place] != nullptr && m_low_lengths[place] != MeasuredLength)
+        return {m_low_ids[place], m_low_lengths[place]};
+    wchar_t const* const name = Name(id);
+    return name != nullptr ? std::wstring_view(name) : std::wstring_view();
 }
 
 } // namespace paramdb

@@ -25,6 +25,8 @@ public:
     int Id(std::wstring_view name) const;
     // The name of an id, or null.
     wchar_t const* Name(int id) const;
+    // The same with its length, which for low ids is kept; the data are null if there is none.
+    std::wstring_view NameText(int id) const;
 
 private:
     // A row. It stands at the place that its hash gives, or the first free one behind.
@@ -58,12 +60,15 @@ private:
         int m_shift = 32;
     };
 
+    static constexpr std::uint8_t MeasuredLength = 255;
+
     Place const* Find(std::wstring_view name, std::uint32_t hash) const;
 
     std::size_t m_rows = 0;
     Table m_names;
     // Names by id, null where there is none. Most ids are near 0 and stand here, all others in m_ids.
     std::vector<wchar_t const*> m_low_ids;
+    std::vector<std::uint8_t> m_low_lengths; // MeasuredLength: too long to be kept
     Table m_ids;
 };
 

@@ -127,6 +127,32 @@ TEST(RowCounts, RandomChangesAgainstAScan) {
     }
 }
 
+// Few values and many, close together and with bits of any kind.
+TEST(RowCounts, ManyValuesAgainstAMap) {
+    for (unsigned seed = 1; seed <= 100; ++seed) {
+        SCOPED_TRACE(seed);
+        derivation::Random random(seed);
+        Parameters table;
+        CRowCounts<Parameters, "instrument"> const counts(table);
+        int const factor = random.Pick(std::vector<int>{1, 100, 65536, 4'294'967});
+        int const highest = random.Between(0, 400);
+        auto const any = [&] { return random.Between(-highest, highest) * factor; };
+        std::map<int, std::size_t> model;
+        for (int parameter = random.Between(0, 500); parameter > 0; --parameter) {
+            int const instrument = any();
+            table.insert({parameter, QVInstrumentParam(instrument, L"", 0, 0u, 0u)});
+            ++model[instrument];
+        }
+        for (int sought = 0; sought < 200; ++sought) {
+            int const instrument = any();
+            ASSERT_EQ(counts.Count(instrument), model.contains(instrument) ? model[instrument] : 0u)
+                << instrument;
+        }
+        for (auto const& [instrument, count] : model)
+            ASSERT_EQ(counts.Count(instrument), count) << instrument;
+    }
+}
+
 class RowCountsOfALoad : public LoadTest {
 protected:
     ~RowCountsOfALoad() override { EXPECT_EQ(messages.Take(), std::vector<Message>()); }

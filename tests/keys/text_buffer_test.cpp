@@ -117,11 +117,19 @@ TEST(TextBuffer, RandomPiecesAgainstAString) {
         std::wstring model;
         for (int count = 0; count < 10; ++count) {
             std::size_t const length = random() % 12;
-            switch (random() % 5) {
+            switch (random() % 6) {
             case 0: {
                 int const number = static_cast<std::int32_t>(random() >> random() % 32);
                 buffer += number;
                 model += std::to_wstring(number);
+                break;
+            }
+            case 5: {
+                std::wstring part(length, L'p');
+                for (std::size_t unit = 0; unit < length; ++unit)
+                    part[unit] = static_cast<wchar_t>(L'a' + unit);
+                buffer.Append(part);
+                model += part;
                 break;
             }
             case 1:

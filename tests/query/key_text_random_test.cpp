@@ -99,7 +99,16 @@ public:
         AddNames(tables.Channel, model.channels, L"channel");
         AddNames(tables.Location, model.locations, L"location");
         AddNames(tables.ApplicationSignal, model.signals, L"signal");
-        for (int count = random.Between(0, 8); count > 0; --count) {
+        ChangeParameters();
+        ChangeFlags();
+    }
+
+    // New rows of instrument parameters.
+    void ChangeParameters() {
+        CParamTables& tables = own.tables();
+        tables.InstrumentParam.clear();
+        model.parameters.clear();
+        for (int count = m_random->Between(0, 8); count > 0; --count) {
             int const parameter = AnyId();
             int const instrument = AnyId();
             std::wstring const name = AnyName(L"parameter", parameter);
@@ -107,7 +116,6 @@ public:
                 tables.InstrumentParam.insert(
                     {parameter, QVInstrumentParam(instrument, name.c_str(), 0, 0u, 0u)});
         }
-        ChangeFlags();
     }
 
     // New rows of channels and locations.
@@ -204,6 +212,8 @@ TEST(KeyTextRandom, AgainstAModel) {
             for (int count = 0; count < 12; ++count)
                 CheckOneKey(world, random);
             world.ChangeFlags();
+            if (random.OneIn(2))
+                world.ChangeParameters();
         }
     }
     EXPECT_EQ(messages.Take(), std::vector<Message>());

@@ -15,8 +15,10 @@ TEST(NameIndex, WithoutRowsNothingIsFound) {
     paramdb::NameIndex index;
     EXPECT_EQ(index.Id(L""), -1);
     EXPECT_EQ(index.Id(L"idle"), -1);
-    for (int const id : {-1, 0, 1, Lowest, Highest})
+    for (int const id : {-1, 0, 1, Lowest, Highest}) {
         EXPECT_EQ(index.Name(id), nullptr);
+        EXPECT_EQ(index.NameText(id).data(), nullptr);
+    }
     index.Clear();
     EXPECT_EQ(index.Id(L""), -1);
     EXPECT_EQ(index.Name(0), nullptr);
@@ -24,7 +26,7 @@ TEST(NameIndex, WithoutRowsNothingIsFound) {
 
 TEST(NameIndex, BothDirectionsForEveryLengthAndId) {
     // Names of every length, each a beginning of the next.
-    std::wstring const longest(199, L'n');
+    std::wstring const longest(300, L'n');
     std::vector<std::wstring> names;
     for (std::size_t length = 0; length <= longest.size(); ++length)
         names.push_back(longest.substr(0, length));
@@ -36,9 +38,11 @@ TEST(NameIndex, BothDirectionsForEveryLengthAndId) {
     for (std::size_t place = 0; place < names.size(); ++place) {
         EXPECT_EQ(index.Id(std::wstring(names[place])), 100 - static_cast<int>(place));
         EXPECT_EQ(index.Name(100 - static_cast<int>(place)), names[place].c_str());
+        EXPECT_EQ(index.NameText(100 - static_cast<int>(place)).data(), names[place].c_str());
+        EXPECT_EQ(index.NameText(100 - static_cast<int>(place)), names[place]);
     }
     EXPECT_EQ(index.Name(101), nullptr);
-    EXPECT_EQ(index.Name(-100), nullptr);
+    EXPECT_EQ(index.Name(-201), nullptr);
 }
 
 TEST(NameIndex, NamesThatDifferInOneUnit) {
@@ -131,6 +135,8 @@ TEST(NameIndex, RandomRowsAgainstMaps) {
             int const sought_id = any_id();
             auto const by_id = names.find(sought_id);
             ASSERT_EQ(index.Name(sought_id), by_id != names.end() ? by_id->second.c_str() : nullptr);
+            ASSERT_EQ(index.NameText(sought_id).data(), index.Name(sought_id));
+            ASSERT_EQ(index.NameText(sought_id), by_id != names.end() ? by_id->second : L"");
             std::wstring const sought_name = any_name();
             auto const by_name = first_ids.find(sought_name);
             ASSERT_EQ(index.Id(sought_name), by_name != first_ids.end() ? by_name->second : -1);

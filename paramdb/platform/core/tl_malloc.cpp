@@ -2,6 +2,7 @@
 #include <paramdb/platform/core/tl_malloc.h>
 
 #include <algorithm>
+#include <atomic>
 #include <memory>
 #include <mutex>
 #include <new>
@@ -66,6 +67,7 @@ struct alignas(16) Header {
 
 constexpr std::size_t LeastToTouch = std::size_t{1} << 13; // a few pages
 constexpr std::size_t LeastInRegion = std::size_t{1} << 15;
+constexpr std::size_t AlwaysInRegion = std::size_t{1} << 18;
 constexpr std::size_t RegionSize = std::size_t{1} << 22;
 
 class Regions {
@@ -101,6 +103,14 @@ Regions& AllRegions() {
     return *regions;
 }
 
+// Smaller blocks go to regions when there are many: a few would leave most of a large page unused.
+constexpr std::size_t ManyInHeap = std::size_t{1} << 20;
+std::atomic<std::size_t> in_heap{0}; // bytes of blocks of the heap that could be in a region
+
+bool GoesToRegion(std::size_t size) noexcept {
+    return size >= AlwaysInRegion || (size >= LeastInRegion && in_heap >= ManyInHeap);
+}
+
 } // namespace
 
 void* tl_malloc(std::size_t size) noexcept {
@@ -109,11 +119,13 @@ void* tl_malloc(std::size_t size) noexcept {
         return nullptr;
     size = (size + unit - 1) / unit * unit + unit;
     try {
-        if (size >= LeastInRegion)
+        if (GoesToRegion(size))
             return AllRegions().Allocate(size);
         void* const memory = ::operator new (size, std::align_val_t{unit});
         if (size >= LeastToTouch)
             paramdb::TouchPages(memory, size);
+        if (size >= LeastInRegion)
+            in_heap += size;
         return ::new (memory) Header{nullptr, size} + 1;
     } catch (std::bad_alloc const&) {
         return nullptr;
@@ -124,8 +136,11 @@ void tl_free(void* block) noexcept {
     if (block == nullptr)
         return;
     Header* const header = static_cast<Header*>(block) - 1;
-    if (header->region != nullptr)
+    if (header->region != nullptr) {
         AllRegions().Free(header);
-    else
-        ::operator delete (header, std::align_val_t{alignof(Header)});
+        return;
+    }
+    if (header->size >= LeastInRegion)
+        in_heap -= header->size;
+    ::operator delete (header, std::align_val_t{alignof(Header)});
 }
