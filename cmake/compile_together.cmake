@@ -14,10 +14,10 @@ function(paramdb_compile_together target)
     list(FILTER sources EXCLUDE REGEX "^\\$<") # objects of another target
     foreach(source IN LISTS sources)
         # Names of objects do not tell where they were built.
-        file(REAL_PATH ${source} source_path)
-        cmake_path(GET source_path PARENT_PATH folder)
+        cmake_path(GET source PARENT_PATH folder)
+        cmake_path(ABSOLUTE_PATH folder NORMALIZE)
         cmake_path(RELATIVE_PATH folder BASE_DIRECTORY ${PROJECT_SOURCE_DIR})
-        string(MAKE_C_IDENTIFIER ${folder} group)
+        string(MAKE_C_IDENTIFIER "${folder}" group)
         math(EXPR count "0${count_${group}} + 1")
         set(count_${group} ${count})
         math(EXPR part "(${count} - 1) / 10")

@@ -4,9 +4,10 @@
 #include <gtest/gtest.h>
 
 using namespace paramdb::tools;
-using Language = CLibMgr::Language;
 
 namespace {
+
+using Language = CLibMgr::Language;
 
 class LanguageOptionTest : public testing::Test {
 protected:
