@@ -49,33 +49,33 @@ TEST(RowNames, EachIdHasTheNameOfItsRow) {
 TEST(RowNames, FollowEveryChangeOfTheTable) {
     NamedParameters table;
     ParameterNames const names(table);
-    using Expected = std::vector<std::wstring>;
+    using NamesOfAll = std::vector<std::wstring>;
     auto const all = [&names] {
-        Expected texts;
+        NamesOfAll texts;
         for (int id = 0; id < 4; ++id)
             texts.emplace_back(names.Name(id));
         return texts;
     };
-    EXPECT_EQ(all(), (Expected{L"", L"", L"", L""}));
+    EXPECT_EQ(all(), (NamesOfAll{L"", L"", L"", L""}));
     table.insert(NamedParameter(2, L"two"));
-    EXPECT_EQ(all(), (Expected{L"", L"", L"two", L""}));
+    EXPECT_EQ(all(), (NamesOfAll{L"", L"", L"two", L""}));
     table.insert(NamedParameter(0, L"zero"));
     EXPECT_FALSE(table.insert(NamedParameter(2, L"other")).second); // the key is taken
-    EXPECT_EQ(all(), (Expected{L"zero", L"", L"two", L""}));
+    EXPECT_EQ(all(), (NamesOfAll{L"zero", L"", L"two", L""}));
     table.erase(table.find(2));
     table.insert(NamedParameter(2, L"2")); // as many rows as before
-    EXPECT_EQ(all(), (Expected{L"zero", L"", L"2", L""}));
+    EXPECT_EQ(all(), (NamesOfAll{L"zero", L"", L"2", L""}));
     table.erase(table.begin());
-    EXPECT_EQ(all(), (Expected{L"", L"", L"2", L""}));
+    EXPECT_EQ(all(), (NamesOfAll{L"", L"", L"2", L""}));
     table.clear();
-    EXPECT_EQ(all(), (Expected{L"", L"", L"", L""}));
+    EXPECT_EQ(all(), (NamesOfAll{L"", L"", L"", L""}));
     {
         NamedParameters::Filler filler(table);
         filler.Add(3, NamedParameter(3, L"three").second);
         filler.Add(1, NamedParameter(1, L"one").second);
         filler.Finish();
     }
-    EXPECT_EQ(all(), (Expected{L"", L"one", L"", L"three"}));
+    EXPECT_EQ(all(), (NamesOfAll{L"", L"one", L"", L"three"}));
 }
 
 TEST(RowNames, RandomTablesAgainstAMap) {
