@@ -10,7 +10,7 @@ namespace {
 using namespace paramdb;
 using namespace paramdb::database;
 
-constexpr wchar_t FunctionName[] = L"ParamDb::ExportTables()";
+constexpr wchar_t ExportName[] = L"ParamDb::ExportTables()";
 constexpr char DefaultSet[] = "default";
 // Of exporters that stand in each other's way one at least comes through each time.
 constexpr int MostAttempts = 10;
@@ -65,11 +65,11 @@ template <class Function>
 std::optional<Revision> WithConnection(std::wstring const& text, Function&& function) {
     auto const parsed = ParseConnectionText(ToUtf8(text));
     if (auto const* const fault = std::get_if<std::string>(&parsed)) {
-        Report(FunctionName, "Export").Fail(*fault);
+        Report(ExportName, "Export").Fail(*fault);
         return std::nullopt;
     }
     auto const& connection = std::get<ConnectionText>(parsed);
-    Report report(FunctionName, "Export to '" + connection.Place() + "'");
+    Report report(ExportName, "Export to '" + connection.Place() + "'");
     if (connection.revision) {
         report.Fail("the database gives the number of the revision");
         return std::nullopt;

@@ -12,7 +12,7 @@ namespace {
 using namespace paramdb;
 using namespace paramdb::database;
 
-constexpr wchar_t FunctionName[] = L"ParamDb::ImportTables()";
+constexpr wchar_t ImportName[] = L"ParamDb::ImportTables()";
 
 // An import that has not replaced anything yet.
 struct Fetched {
@@ -88,10 +88,10 @@ std::optional<ConnectionText> Parse(std::wstring const& text, wchar_t const* fun
 } // namespace
 
 std::optional<Import> ImportTables(std::wstring const& text, CDbTableSet& set, ImportOptions const& options) {
-    auto const connection = Parse(text, FunctionName, "Import");
+    auto const connection = Parse(text, ImportName, "Import");
     if (!connection)
         return std::nullopt;
-    Report report(FunctionName, "Import from '" + connection->Place() + "'");
+    Report report(ImportName, "Import from '" + connection->Place() + "'");
     auto fetched = FetchAnywhere(*connection, options, report);
     if (!fetched)
         return std::nullopt;
