@@ -37,7 +37,8 @@ FileText ReadAll(CFile& file) {
             capacity *= 2;
         }
         std::size_t taken = 0;
-        std::size_t const wanted = std::min(capacity - text.size, chunk);
+        std::uint64_t const allowed = std::min<std::uint64_t>(most - text.size, chunk) + 1;
+        std::size_t const wanted = std::min(capacity - text.size, static_cast<std::size_t>(allowed));
         try {
             taken = file.Read(text.block.data() + text.size, static_cast<unsigned>(wanted));
         } catch (CFileException const&) {

@@ -205,6 +205,26 @@ TEST_F(OddFiles, WhatHasNoEndIsGivenUp) {
     EXPECT_LE(endless.Taken(), paramdb::MostUnforeseenBytes + (1U << 17));
 }
 
+// The reader gives up in the middle of a line, of which nothing counts.
+TEST_F(OddFiles, APipeWithoutEndGivesWholeLines) {
+    std::string const pipe = Name(u8"pipe");
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    std::string const text(5'000'011, 'x');
+    signal(SIGPIPE, SIG_IGN);
+    std::thread writer([&pipe, line = text + '\n'] {
+        int const end = open(pipe.c_str(), O_WRONLY);
+        while (write(end, line.data(), line.size()) == static_cast<ssize_t>(line.size())) {
+        }
+        close(end);
+    });
+    CLake lake;
+    EXPECT_FALSE(lake.read(FromUtf8(pipe).c_str()));
+    writer.join();
+    signal(SIGPIPE, SIG_DFL);
+    EXPECT_EQ(lake.size(), 1 + paramdb::MostUnforeseenBytes / (text.size() + 1));
+    EXPECT_EQ(std::prev(lake.end())->value_text().size(), text.size());
+}
+
 #ifdef __linux__
 TEST_F(OddFiles, ADeviceWithoutEndGivesNoLines) {
     CLake lake;

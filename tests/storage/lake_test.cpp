@@ -254,6 +254,16 @@ TEST(Lake, AnAssignedLakeHasTheLinesAndItsOwnName) {
     EXPECT_EQ(target.filename(), name);
 }
 
+TEST(Lake, AnAssignedLakeHasABlankRoot) {
+    CLake lake;
+    ReadText(lake, "a: 1\n");
+    lake.root().value(L"text");
+    CLake target;
+    target = lake;
+    EXPECT_EQ(target.root().value(), L"");
+    EXPECT_EQ(lake.root().value(), L"text");
+}
+
 TEST(Lake, CopiesAreIndependent) {
     CLake copy;
     {

@@ -82,6 +82,8 @@ TEST(ComboBox, FindsWholeTextsButForCase) {
     EXPECT_EQ(combo.FindStringExact(-1, L"ramp u"), CB_ERR);
     EXPECT_EQ(combo.FindStringExact(-1, L""), 3);
     EXPECT_EQ(combo.FindStringExact(-1, L"\u00E4PFEL"), 4);
+    combo.AddString(L"ramp");
+    EXPECT_EQ(combo.FindStringExact(4, L"ramp"), 5);
     EXPECT_EQ(CComboBox().FindStringExact(-1, L"ramp"), CB_ERR);
 }
 

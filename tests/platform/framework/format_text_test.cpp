@@ -142,6 +142,7 @@ TEST(FormatText, LongTexts) {
 TEST(FormatText, Pointers) {
     std::wstring const text = Text(L"%p", reinterpret_cast<void*>(std::uintptr_t{0xABC}));
     EXPECT_EQ(text, std::wstring(2 * sizeof(void*) - 3, L'0') + L"ABC");
+    EXPECT_EQ(Text(L"%#p", reinterpret_cast<void*>(std::uintptr_t{0xABC})), text);
 }
 
 TEST(FormatText, FromAnUnknownConversionOnTheFormatIsCopied) {

@@ -327,16 +327,20 @@ TEST(WndView, OneMayLeaveWhileAnotherIsToldTheEnd) {
 
 TEST(WndView, ANotificationInsideANotificationKeepsTheOrderOfViews) {
     CWnd window;
+    std::optional<ViewLog> before(std::in_place, window);
     Doer first(window);
     std::optional<ViewLog> second(std::in_place, window);
     ViewLog third(window);
+    ViewLog fourth(window);
     first.action = [&] {
+        before.reset();
         second.reset();
         window.SetTitle(L"inner");
     };
     window.SetTitle(L"outer");
     EXPECT_EQ(first.Take(), (Events{"title", "title"}));
     EXPECT_EQ(third.Take(), (Events{"title", "title"}));
+    EXPECT_EQ(fourth.Take(), (Events{"title", "title"}));
     window.SetTitle(L"last");
     EXPECT_EQ(third.Take(), Events{"title"});
 }
