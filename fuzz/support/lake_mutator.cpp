@@ -47,11 +47,11 @@ public:
             return AddRow();
         switch (m_random.Between(0, 15)) {
         case 0:
-            return Erase(AnyLine());
+            return Erase(AnyRow());
         case 1:
-            return Insert(AnyLine(), m_lines[AnyLine()]);
+            return Insert(AnyRow(), m_lines[AnyRow()]);
         case 2:
-            std::swap(m_lines[AnyLine()], m_lines[AnyLine()]);
+            std::swap(m_lines[AnyRow()], m_lines[AnyRow()]);
             return;
         case 3:
             return DropSection();
@@ -78,6 +78,16 @@ public:
 
 private:
     std::size_t AnyLine() { return m_random.Bits() % m_lines.size(); }
+    bool IsRow(std::size_t line) const {
+        return !OpensSection(m_lines[line]) && !Trimmed(m_lines[line]).starts_with('}');
+    }
+    // Mostly no line that opens or closes a section: where many are lost, hardly a row is read.
+    std::size_t AnyRow() {
+        std::size_t line = AnyLine();
+        for (int attempt = 0; attempt < 4 && !IsRow(line); ++attempt)
+            line = AnyLine();
+        return line;
+    }
     void Erase(std::size_t line) { m_lines.erase(m_lines.begin() + static_cast<std::ptrdiff_t>(line)); }
     void Insert(std::size_t line, std::string text) {
         m_lines.insert(m_lines.begin() + static_cast<std::ptrdiff_t>(line), std::move(text));
@@ -101,11 +111,9 @@ private:
     // A field that stands elsewhere in the file, so that rows come to refer to one another.
     std::string KnownField() {
         for (int attempt = 0; attempt < 8; ++attempt) {
-            std::string const& line = m_lines[AnyLine()];
-            if (OpensSection(line))
-                continue;
-            Lines const fields = FieldsOf(line);
-            if (!fields.empty())
+            std::size_t const line = AnyRow();
+            Lines const fields = FieldsOf(m_lines[line]);
+            if (IsRow(line) && !fields.empty())
                 return fields[m_random.Bits() % std::min<std::size_t>(fields.size(), 7)];
         }
         return "0";
@@ -132,9 +140,7 @@ private:
     }
 
     void ChangeField() {
-        std::size_t const line = AnyLine();
-        if (OpensSection(m_lines[line]))
-            return;
+        std::size_t const line = AnyRow();
         Lines fields = FieldsOf(m_lines[line]);
         if (fields.empty())
             return;
@@ -145,7 +151,7 @@ private:
 
     // A field less or more at the end.
     void Resize() {
-        std::size_t const line = AnyLine();
+        std::size_t const line = AnyRow();
         Lines fields = FieldsOf(m_lines[line]);
         if (m_random.OneIn(2) && !fields.empty())
             fields.pop_back();
@@ -196,7 +202,9 @@ private:
         auto const [begin, end] = Section(AnyLine());
         Lines const section(m_lines.begin() + static_cast<std::ptrdiff_t>(begin),
                             m_lines.begin() + static_cast<std::ptrdiff_t>(end));
-        std::size_t const place = m_random.OneIn(2) ? m_lines.size() : AnyLine();
+        std::size_t place = m_random.OneIn(2) ? m_lines.size() : AnyLine();
+        if (place < m_lines.size() && !m_random.OneIn(8))
+            place = Section(place).first;
         if (m_random.OneIn(4))
             Insert(place, std::string(1, FileSeparator));
         m_lines.insert(m_lines.begin() + static_cast<std::ptrdiff_t>(place), section.begin(), section.end());
