@@ -30,19 +30,22 @@ TEST(NameIndex, BothDirectionsForEveryLengthAndId) {
     std::vector<std::wstring> names;
     for (std::size_t length = 0; length <= longest.size(); ++length)
         names.push_back(longest.substr(0, length));
+    auto const id_of = [](std::size_t place) {
+        return place % 2 == 0 ? -static_cast<int>(place) : static_cast<int>(place);
+    };
     paramdb::NameIndex index;
     for (std::size_t place = 0; place < names.size(); ++place) {
         EXPECT_EQ(index.Id(names[place]), -1) << place;
-        index.Add(100 - static_cast<int>(place), names[place]);
+        index.Add(id_of(place), names[place]);
     }
     for (std::size_t place = 0; place < names.size(); ++place) {
-        EXPECT_EQ(index.Id(std::wstring(names[place])), 100 - static_cast<int>(place));
-        EXPECT_EQ(index.Name(100 - static_cast<int>(place)), names[place].c_str());
-        EXPECT_EQ(index.NameText(100 - static_cast<int>(place)).data(), names[place].c_str());
-        EXPECT_EQ(index.NameText(100 - static_cast<int>(place)), names[place]);
+        EXPECT_EQ(index.Id(std::wstring(names[place])), id_of(place));
+        EXPECT_EQ(index.Name(id_of(place)), names[place].c_str());
+        EXPECT_EQ(index.NameText(id_of(place)).data(), names[place].c_str());
+        EXPECT_EQ(index.NameText(id_of(place)), names[place]);
     }
-    EXPECT_EQ(index.Name(101), nullptr);
-    EXPECT_EQ(index.Name(-201), nullptr);
+    EXPECT_EQ(index.Name(301), nullptr);
+    EXPECT_EQ(index.Name(-301), nullptr);
 }
 
 TEST(NameIndex, NamesThatDifferInOneUnit) {

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <bit>
+#include <charconv>
+#include <cmath>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <random>
@@ -127,6 +129,27 @@ TEST(PlainFields, TakesTheSameAsTheCarefulReader) {
             return;
     }
     EXPECT_GT(taken, fields / 3);
+}
+
+// Where the nearest double lies in the middle of two floats, the text decides which of them is nearer.
+TEST(PlainFields, FloatsBesideTheMiddleOfTwo) {
+    std::mt19937 random(13);
+    std::size_t taken = 0;
+    for (int i = 0; i < 5000; ++i) {
+        float const lower = 0.1F + static_cast<float>(random() % 0x800000) / 0x1000000;
+        double const middle = (static_cast<double>(lower) + std::nextafter(lower, 1.0F)) / 2;
+        char digits[32];
+        char const* const end =
+            std::to_chars(digits, std::end(digits), middle, std::chars_format::fixed, 15).ptr;
+        std::string_view const text(digits + 1,
+                                    end); // without the zero in front, which would be a digit too many
+        PlainFields plain(text);
+        ExpectSame<float>(plain, taken);
+        if (HasFatalFailure())
+            return;
+    }
+    EXPECT_GT(taken, 3000U);
+    EXPECT_LT(taken, 5000U);
 }
 
 TEST(PlainFields, TakesTheNumbersOfALongLine) {
