@@ -70,6 +70,40 @@ TEST(TlMalloc, BlocksKeepTheirBytesWhileOthersComeAndGo) {
     }
 }
 
+// Three blocks that lie side by side, the last ones of those that it takes to get there.
+std::vector<void*> Neighbours(std::size_t size, std::size_t distance) {
+    std::vector<void*> blocks;
+    auto const are_neighbours = [&](std::size_t place) {
+        return reinterpret_cast<std::uintptr_t>(blocks[place + 1]) -
+                   reinterpret_cast<std::uintptr_t>(blocks[place]) ==
+               distance;
+    };
+    do
+        blocks.push_back(tl_malloc(size));
+    while (blocks.size() < 100 &&
+           (blocks.size() < 3 || !are_neighbours(blocks.size() - 2) || !are_neighbours(blocks.size() - 3)));
+    return blocks;
+}
+
+TEST(TlMalloc, NeighboursThatAreFreedMakeRoomTogether) {
+    constexpr std::size_t size = 1'200'000;
+    constexpr std::size_t distance = size + 16;
+    for (bool const in_order : {true, false}) {
+        std::vector<void*> blocks = Neighbours(size, distance);
+        ASSERT_LT(blocks.size(), 100U);
+        // The last one keeps the region.
+        auto const pair = blocks.end() - 3;
+        void* const first = pair[0];
+        tl_free(pair[in_order ? 0 : 1]);
+        tl_free(pair[in_order ? 1 : 0]);
+        blocks.erase(pair, pair + 2);
+        blocks.push_back(tl_malloc(size + distance));
+        EXPECT_EQ(blocks.back(), first);
+        for (void* const block : blocks)
+            tl_free(block);
+    }
+}
+
 TEST(TlMalloc, NullMayBeFreed) {
     tl_free(nullptr);
 }

@@ -1,4 +1,5 @@
 // Table sets, seas and files that run out of memory at each request in turn.
+#include <paramdb/platform/core/tl_malloc.h>
 #include <paramdb/platform/framework/cfile.h>
 #include <paramdb/platform/framework/read_file.h>
 #include <paramdb/platform/framework/replace_file.h>
@@ -37,6 +38,17 @@ protected:
     std::wstring m_name = m_folder.Name(L"a name of more than fifteen characters.lake");
     std::wstring m_other = m_folder.Name(L"another name of more than fifteen characters.lake");
 };
+
+TEST_F(StorageAllocations, ARegionOfBlocksGoesBackWithTheLastOne) {
+    tl_free(tl_malloc(1'000'000)); // the list of regions stays
+    std::ptrdiff_t const before = failing_memory::HeldBytes();
+    void* const first = tl_malloc(1'000'000);
+    void* const second = tl_malloc(1'000'000);
+    tl_free(first);
+    EXPECT_GT(failing_memory::HeldBytes(), before);
+    tl_free(second);
+    EXPECT_EQ(failing_memory::HeldBytes(), before);
+}
 
 TEST_F(StorageAllocations, ReplacingAFile) {
     std::size_t const files = OpenFiles();
