@@ -39,7 +39,8 @@ void Walk(CLake const& lake) {
         for (auto child = node.begin_named(); child != node.end_named(); ++child) {
             auto const found = node[child->first];
             fuzz::Expect(!node.is_section() || found.position == child->second, "a child under its key");
-            static_cast<void>(found.number() + static_cast<std::int32_t>(found.text().size()));
+            static_cast<void>(found.number());
+            static_cast<void>(found.text());
         }
         fuzz::Expect(node.find_value(L"no such value") == -1, "a miss for what is not there");
         fuzz::Expect(!lake[L"no such key"].found(), "no line of a missing key");

@@ -39,8 +39,10 @@ TEST_F(ResourceSeaTest, Lists) {
     EXPECT_EQ(sea.MakeList(L"<TMode>").size(), 1u);
     EXPECT_EQ(std::as_const(sea).FindList(L"<TMode>")->front(), L"1 idle");
     EXPECT_EQ(sea.Lists().size(), 1u);
+    sea.LookupBool(2, L"ShowIds", true, 0);
     sea.Clear();
     EXPECT_FALSE(sea.IsListEntry(L"<TMode>"));
+    EXPECT_FALSE(sea.LookupGetBool(L"ShowIds", 0, false));
 }
 
 TEST_F(ResourceSeaTest, Booleans) {

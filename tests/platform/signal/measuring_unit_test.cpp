@@ -42,6 +42,17 @@ TEST(MeasuringUnit, RecognisesWhatItWrites) {
     unit.set(L"kHz");
     EXPECT_EQ(unit.unit(), 6);
     EXPECT_EQ(unit.prefix(), 3);
+    EXPECT_EQ(unit.value(), 1);
+}
+
+TEST(MeasuringUnit, SettingIsConstructingAnew) {
+    CMeasuringUnit unit(6, 3, 5, 2.5, 7);
+    unit.set(4, -6);
+    EXPECT_EQ(unit.unit(), 4);
+    EXPECT_EQ(unit.prefix(), -6);
+    EXPECT_EQ(unit.value(), 1);
+    EXPECT_EQ(unit.factor(), 1.0);
+    EXPECT_EQ(unit.flags(), 0U);
 }
 
 TEST(MeasuringUnit, KeepsAnyOtherText) {
