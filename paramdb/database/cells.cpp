@@ -16,7 +16,7 @@ using ParamDb::row_t;
 // Calls the function with a value of the type's kind.
 template <class Function>
 void ForType(FieldType type, Function&& function) {
-    switch (type) {
+    switch (type) { // NOLINT(bugprone-branch-clone): the types differ
     case FieldType::Int:
         return function(std::int32_t());
     case FieldType::Unsigned:

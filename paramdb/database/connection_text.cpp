@@ -33,7 +33,7 @@ bool IsWordLetter(char letter) {
 
 // Whether one of the names with an equals sign behind them is that of a password.
 bool HoldsSecretWord(std::string_view text) {
-    for (std::size_t sign = text.find('='); sign != text.npos; sign = text.find('=', sign + 1)) {
+    for (std::size_t sign = text.find('='); sign != std::string_view::npos; sign = text.find('=', sign + 1)) {
         std::size_t end = sign;
         while (end > 0 && text[end - 1] == ' ')
             --end;
@@ -54,8 +54,9 @@ bool HoldsSecretOfUser(std::string_view text) {
         return false;
     std::string_view const user = text.substr(2, std::min(text.find('@'), text.size()) - 2);
     bool const is_user = user.size() + 2 < text.size();
-    bool const is_option = user.find('/') != user.npos && user.find('=') != user.npos; // its value has the @
-    return is_user && !is_option && user.find(':') != user.npos;
+    bool const is_option = user.find('/') != std::string_view::npos &&
+                           user.find('=') != std::string_view::npos; // its value has the @
+    return is_user && !is_option && user.find(':') != std::string_view::npos;
 }
 
 // What the bytes are that %41 and the like stand for: the name of an option may be written so.
@@ -87,7 +88,8 @@ std::string SetNameFault(std::string_view name) {
         return "a set needs a name";
     if (name.size() > LongestSetName)
         return "the name of a set has 100 bytes at most";
-    if (std::any_of(name.begin(), name.end(), IsControl) || name.find_first_of("#@/\\") != name.npos)
+    if (std::any_of(name.begin(), name.end(), IsControl) ||
+        name.find_first_of("#@/\\") != std::string_view::npos)
         return "the name of a set holds no control character and none of # @ / \\";
     return {};
 }
@@ -99,10 +101,10 @@ std::variant<ConnectionText, std::string> ParseConnectionText(std::string_view t
         return "a connection begins with the name of a database such as sqlite3: or postgresql:";
     std::string_view parameters = text.substr(connection.backend.size() + 1);
     if (std::size_t const mark = parameters.rfind('#');
-        mark != parameters.npos && parameters.find_first_of("/\\", mark) == parameters.npos) {
+        mark != std::string_view::npos && parameters.find_first_of("/\\", mark) == std::string_view::npos) {
         std::string_view set = parameters.substr(mark + 1);
         parameters = parameters.substr(0, mark);
-        if (std::size_t const at = set.rfind('@'); at != set.npos) {
+        if (std::size_t const at = set.rfind('@'); at != std::string_view::npos) {
             std::string_view const digits = set.substr(at + 1);
             std::int32_t revision = 0;
             auto const [end, fault] = std::from_chars(digits.data(), digits.data() + digits.size(), revision);
@@ -115,12 +117,12 @@ std::variant<ConnectionText, std::string> ParseConnectionText(std::string_view t
             return fault;
         connection.set = set;
     }
-    if (parameters.find('\0') != parameters.npos)
+    if (parameters.find('\0') != std::string_view::npos)
         return "a connection holds no zero byte";
     if (connection.backend == "sqlite3") {
         if (parameters.empty())
             return "the name of a file is missing behind sqlite3:";
-        if (parameters.find('"') != parameters.npos)
+        if (parameters.find('"') != std::string_view::npos)
             return "the name of a SQLite file holds no double quote";
     } else if (HoldsSecretWord(parameters) || HoldsSecretWord(WithoutPercents(parameters)) ||
                HoldsSecretOfUser(parameters)) {

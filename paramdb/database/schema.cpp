@@ -112,14 +112,18 @@ std::vector<std::string> CreateOwnTables(Dialect dialect) {
             end};
 }
 
+// The beginning of a trigger that comes before an event.
+std::string TriggerBefore(std::string const& event, std::string const& table) {
+    return "CREATE TRIGGER " + Quoted(table + "_" + event) + " BEFORE " + event + " ON " + Quoted(table);
+}
+
 // Refuse every change of a revision that is there. The own tables have the same column for it.
 void MakeSqliteGuards(Session& session, std::string const& table, std::string const& column) {
     std::string const refuse = " BEGIN SELECT RAISE(ABORT, 'a revision never changes'); END";
-    for (std::string const event : {"UPDATE", "DELETE"})
-        session.Execute("CREATE TRIGGER " + Quoted(table + "_" + event) + " BEFORE " + event + " ON " +
-                        Quoted(table) + refuse);
+    for (char const* const event : {"UPDATE", "DELETE"})
+        session.Execute(TriggerBefore(event, table) + refuse);
     if (table != "paramdb_revision")
-        session.Execute("CREATE TRIGGER " + Quoted(table + "_INSERT") + " BEFORE INSERT ON " + Quoted(table) +
+        session.Execute(TriggerBefore("INSERT", table) +
                         " WHEN EXISTS (SELECT 1 FROM paramdb_revision WHERE id = NEW." + column + ")" +
                         refuse);
 }

@@ -245,7 +245,7 @@ std::string InsertColumns(SqlTable const& table) {
     return table.HasRowNumber() ? list + ", " + Quoted(RowNumberColumn) : list;
 }
 
-std::string OneLine(std::string text) {
+std::string OneLine(std::string_view text) {
     std::string line;
     for (char const byte : text) {
         bool const is_blank = byte == '\n' || byte == '\r' || byte == '\t' || byte == ' ';

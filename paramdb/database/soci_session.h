@@ -64,7 +64,7 @@ std::string SelectSql(SqlTable const& table);
 std::string InsertColumns(SqlTable const& table);
 
 // The end of a message in one line.
-std::string OneLine(std::string text);
+std::string OneLine(std::string_view text);
 
 std::unique_ptr<SociSession> MakeSqliteSession(ConnectionText const& connection, Access access,
                                                std::chrono::seconds timeout);

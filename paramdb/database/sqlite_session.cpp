@@ -229,14 +229,14 @@ protected:
 
     // What SOCI says ahead of the text of SQLite names its own functions.
     std::string TextOf(soci::soci_error const& error) const override {
-        std::string const text = SociSession::TextOf(error);
+        std::string text = SociSession::TextOf(error);
         auto const* const known = dynamic_cast<soci::sqlite3_soci_error const*>(&error);
         if (known == nullptr)
             return text;
         if (known->result() == SQLITE_INTERRUPT)
             return m_clock.Text();
         std::size_t const colon = text.rfind(": ");
-        return colon == text.npos ? text : text.substr(colon + 2);
+        return colon == std::string::npos ? text : text.substr(colon + 2);
     }
 
     void BeginWaiting() override { m_clock.Restart(); }

@@ -94,7 +94,7 @@ bool CheckRow(SqlTable const& table, row_t const& row, std::span<Field const> fi
     } else {
         for (taken = 0; taken < fields.size(); ++taken) {
             auto const* const text = std::get_if<std::wstring>(&row[taken]);
-            if (text != nullptr && text->find(L'\0') != text->npos) {
+            if (text != nullptr && text->find(L'\0') != std::wstring::npos) {
                 fault = "a text with a zero character";
                 break;
             }

@@ -12,7 +12,6 @@
 namespace paramdb::database {
 namespace {
 
-using ParamDb::CDbTable;
 using ParamDb::row_t;
 
 // Below this a second session takes longer than it saves.

@@ -26,6 +26,7 @@ std::size_t PlaceOfId(std::size_t size, int id, IdAt const& id_at) {
         return static_cast<std::size_t>(above);
     // The nearest place, so that ids that are spread evenly are met whichever way the quotient was rounded.
     double const part = static_cast<double>(above) / static_cast<double>(width);
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings): a place beside it does as well
     auto low = static_cast<std::size_t>(part * static_cast<double>(last) + 0.5);
     if (id_at(low) == id)
         return low;

@@ -3,6 +3,7 @@
 
 #include <tests/controls/control_world.h>
 #include <tests/controls/range_grid.h>
+#include <tests/support/view_log.h>
 
 namespace {
 
@@ -61,6 +62,13 @@ TEST_F(RangeSelectCtrl, FillingAgain) {
     grid.fill();
     EXPECT_EQ(grid.GetColumnCount(), 0);
     EXPECT_EQ(grid.GetItemCount(), 0);
+}
+
+TEST_F(RangeSelectCtrl, ViewsHearAtTheEndOfAFilling) {
+    CreateWithGap();
+    ViewLog view(grid);
+    grid.fill();
+    EXPECT_EQ(view.Take(), (Events{"content", "content"})); // emptied and filled
 }
 
 TEST_F(RangeSelectCtrl, FilledBeforeItsWindowIsMade) {

@@ -412,7 +412,7 @@ std::string BigLake() {
 // A disk of 64 KB in place of the folder, which only this process sees; false where it may not.
 bool MountSmallDisk([[maybe_unused]] std::string const& folder) {
 #ifdef __linux__
-    return unshare(CLONE_NEWNS) == 0 && mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+    return unshare(CLONE_NEWNS) == 0 && mount("none", "/", "none", MS_REC | MS_PRIVATE, nullptr) == 0 &&
            mount("tmpfs", folder.c_str(), "tmpfs", 0, "size=64k") == 0;
 #else
     return false;
