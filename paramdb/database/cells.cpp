@@ -16,7 +16,8 @@ using ParamDb::row_t;
 // Calls the function with a value of the type's kind.
 template <class Function>
 void ForType(FieldType type, Function&& function) {
-    switch (type) { // NOLINT(bugprone-branch-clone): the types differ
+    switch (type) {
+    // NOLINTNEXTLINE(bugprone-branch-clone): the types differ
     case FieldType::Int:
         return function(std::int32_t());
     case FieldType::Unsigned:

@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <soci/soci.h>
+#include <string_view>
 
 namespace paramdb::database {
 
