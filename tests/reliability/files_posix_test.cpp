@@ -237,6 +237,14 @@ TEST_F(OddFiles, ADeviceWithoutEndGivesNoLines) {
     EXPECT_EQ(run.err, "paramdb: /dev/zero: File too large\n");
 }
 
+TEST_F(OddFiles, AFileThatOpensButCannotBeReadGivesNoLines) {
+    CLake lake;
+    lake[L"k"] = L"1";
+    EXPECT_FALSE(lake.read(L"/proc/self/mem")); // nothing lies at its beginning
+    EXPECT_TRUE(lake.empty());
+    EXPECT_FALSE(lake[L"k"].found());
+}
+
 TEST_F(OddFiles, ADeviceWithoutEndIsGivenUp) {
     CResourceSea sea;
     std::wstring reason;
