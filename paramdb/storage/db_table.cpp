@@ -5,7 +5,8 @@
 
 namespace ParamDb {
 
-// The rows are copied below. NOLINTNEXTLINE(bugprone-copy-constructor-init)
+// The rows are copied below, and g++ warns where a copy leaves its base out.
+// NOLINTNEXTLINE(bugprone-copy-constructor-init, readability-redundant-member-init)
 CDbTable::CDbTable(CDbTable const& other) : std::vector<row_t>(), m_table_type(other.m_table_type) {
     reserve(other.size());
     for (row_t const& row : other) {
