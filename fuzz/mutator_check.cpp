@@ -42,7 +42,7 @@ std::set<std::wstring> TablesReached(std::uint32_t seeds, fuzz::Tags const& tags
 
 int main() {
     fuzz::MessageWatch const messages;
-    auto const all = TablesReached(4000, {});
+    auto const all = TablesReached(8000, {});
     fuzz::Expect(all.size() > 90, "rows of nearly all tables", std::to_string(all.size()));
     auto const one = TablesReached(300, {"<TTriggerParam>"});
     fuzz::Expect(one == std::set<std::wstring>{L"<TTriggerParam>"}, "rows of the one table");

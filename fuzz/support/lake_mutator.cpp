@@ -48,11 +48,14 @@ public:
         switch (m_random.Between(0, 15)) {
         case 0:
             return Erase(AnyRow());
-        case 1:
-            return Insert(AnyRow(), m_lines[AnyRow()]);
-        case 2:
-            std::swap(m_lines[AnyRow()], m_lines[AnyRow()]);
-            return;
+        case 1: {
+            std::size_t const row = AnyRow();
+            return Insert(AnyRow(), m_lines[row]);
+        }
+        case 2: {
+            std::size_t const row = AnyRow();
+            return std::swap(m_lines[row], m_lines[AnyRow()]);
+        }
         case 3:
             return DropSection();
         case 4:
