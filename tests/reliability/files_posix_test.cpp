@@ -210,7 +210,7 @@ TEST_F(OddFiles, APipeWithoutEndGivesWholeLines) {
     std::string const pipe = Name(u8"pipe");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     std::string const text(5'000'011, 'x');
-    signal(SIGPIPE, SIG_IGN);
+    auto const before = std::signal(SIGPIPE, SIG_IGN);
     std::thread writer([&pipe, line = text + '\n'] {
         int const end = open(pipe.c_str(), O_WRONLY);
         while (write(end, line.data(), line.size()) == static_cast<ssize_t>(line.size())) {
@@ -220,7 +220,7 @@ TEST_F(OddFiles, APipeWithoutEndGivesWholeLines) {
     CLake lake;
     EXPECT_FALSE(lake.read(FromUtf8(pipe).c_str()));
     writer.join();
-    signal(SIGPIPE, SIG_DFL);
+    std::signal(SIGPIPE, before);
     EXPECT_EQ(lake.size(), 1 + paramdb::MostUnforeseenBytes / (text.size() + 1));
     EXPECT_EQ(std::prev(lake.end())->value_text().size(), text.size());
 }
